@@ -1,0 +1,195 @@
+#include "model/chordmodel.h"
+
+#include <cstdint>
+
+namespace varnock {
+
+namespace {
+
+// The last fret position: every layout has 23 columns, 0..22.
+constexpr Int kLastPosition = 22;
+
+// Sums wrap at the 64-bit ends as the platform's integers do, rather than
+// being undefined. No value the popups give comes anywhere near those ends.
+Int Add(Int a, Int b) {
+    return static_cast<Int>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+}
+
+// One pass of Init: the spelling of every type of a name list on every root,
+// as note indices, into the matching All array. The bound comes from the name
+// list, which stays empty, so the inner loop body never runs.
+void SpellAll(const Array<std::string> &names, const Array<std::string> &formulas,
+              Array<std::string> &all) {
+    Int k = 0;
+    for (Int root = 0; root <= 11; ++root) {
+        for (Int t = 0; t <= names.Ubound(); ++t) {
+            const std::string &formula = formulas(t);
+            std::string line = Str(root) + " ";
+            const Array<std::string> steps(Split(formula, ","));
+            Int current = root;
+            for (Int i = 0; i <= steps.Ubound(); ++i) {
+                current = Truncate(static_cast<double>(current) + Val(steps(i))) % 12;
+                line += Str(current) + " ";
+            }
+            all(k) = line;
+            ++k;
+        }
+    }
+}
+
+} // namespace
+
+void Module1::Startup(Int mode) {
+    // Entry i pairs with item i of the chord type popup; the order is the menu's.
+    MajorChordsInt = Array<std::string>{
+        "4,3",   "4,3,3", "4,3,4", "3,4",    "3,4,3", "3,3",    "3,3,3",  "2,5",
+        "5,2",   "4,3,7", "3,11",  "4,4",    "2,2,3", "7",      "4,3,2",  "4,5,5",
+        "9,1,4", "4,6,4", "7,3,7", "7,3,11", "4,7,3", "7,4,6",  "4,7,10", "3,4,2",
+        "3,6,5", "3,4,4", "3,8,3", "3,7,4",  "3,7,7", "3,7,11", "4,5,1",  "5,2,3",
+    };
+
+    // One period of each layout repeated to 23 positions. An unknown mode keeps
+    // the table in force.
+    if (mode == 0) {
+        // Diatonic.
+        Fret_Indices =
+            Array<Int>{0, 2, 4, 5, 7, 9, 10, 0, 2, 4, 5, 7, 9, 10, 0, 2, 4, 5, 7, 9, 10, 0, 2};
+    } else if (mode == 1) {
+        // Diatonic with 6+.
+        Fret_Indices =
+            Array<Int>{0, 2, 4, 5, 7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 10};
+    } else if (mode == 2) {
+        // Diatonic with 1+ and 6+.
+        Fret_Indices =
+            Array<Int>{0, 2, 3, 4, 5, 7, 9, 10, 11, 0, 2, 3, 4, 5, 7, 9, 10, 11, 0, 2, 3, 4, 5};
+    } else if (mode == 3) {
+        // Chromatic.
+        Fret_Indices =
+            Array<Int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+    } else if (mode == 4) {
+        // Five frets to the octave on the minor pentatonic steps; no menu entry.
+        Fret_Indices =
+            Array<Int>{0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5};
+    } else if (mode == 5) {
+        // Five frets to the octave starting 2 above the open string; no menu
+        // entry. Position 0 is deliberately not the open note.
+        Fret_Indices =
+            Array<Int>{2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5};
+    }
+
+    Melody_List = Array<std::string>::Sized(kLastPosition + 1);
+    Middle_List = Array<std::string>::Sized(kLastPosition + 1);
+    Bass_List = Array<std::string>::Sized(kLastPosition + 1);
+    Forth_List = Array<std::string>::Sized(kLastPosition + 1);
+
+    // Sharps only: the names are also the keys ListUpdate compares by.
+    NoteList = Array<std::string>{"A", "A#", "B", "C", "C#", "D", "D#", "E", "F", "F#", "G", "G#"};
+}
+
+void ChordModel::Init() {
+    SpellAll(M.MajorChords, M.MajorChordsInt, M.AllMajorChords);
+    SpellAll(M.ExtendedChords, M.ExtendedChordsInt, M.AllExtendedChords);
+    SpellAll(M.ObscureChords, M.ObscureChordsInt, M.AllObscureChords);
+    // Uses the open notes the last recompute left; DisplayChord redoes it.
+    FretArrayUpdate();
+}
+
+void ChordModel::FretArrayUpdate() {
+    for (Int p = 0; p <= kLastPosition; ++p) {
+        M.nBassIndex = Add(M.Fret_Indices(p), M.nOpenBassString) % 12;
+        M.nMiddleIndex = Add(M.Fret_Indices(p), M.nOpenMiddleString) % 12;
+        M.nMelodyIndex = Add(M.Fret_Indices(p), M.nOpenMelodyString) % 12;
+        M.nForthIndex = Add(M.Fret_Indices(p), M.nOpenForthString) % 12;
+        M.Bass_List(p) = M.NoteList(M.nBassIndex);
+        M.Middle_List(p) = M.NoteList(M.nMiddleIndex);
+        M.Melody_List(p) = M.NoteList(M.nMelodyIndex);
+        M.Forth_List(p) = M.NoteList(M.nForthIndex);
+    }
+}
+
+std::string ChordModel::DisplayChord() {
+    const Int root = SelectedChord;
+    const Int major = ModeSelectMajor;
+    const Int other = ModeSelectOther;
+
+    ResetFretboard();
+
+    // A tuning property is the popup index minus 31; adding 36 makes it
+    // positive before the remainder, giving the NoteList index of the item.
+    M.nOpenBassString = Add(BassSelectMenu, 36) % 12;
+    M.nOpenMiddleString = Add(MiddleSelectMenu, 36) % 12;
+    M.nOpenMelodyString = Add(MelodySelectMenu, 36) % 12;
+    M.nOpenForthString = Add(ForthSelectMenu, 36) % 12;
+
+    FretArrayUpdate();
+
+    if (major >= 0) {
+        ModeSelectOther = -1;
+        DisplayNotes(root, M.MajorChordsInt(major));
+    } else {
+        // Not reachable from the popups, which always select a chord type.
+        DisplayNotes(root, M.ObscureChordsInt(other));
+    }
+
+    // Note3 goes through even when empty; an empty name matches no list entry.
+    ListUpdate(Note1);
+    ListUpdate(Note2);
+    ListUpdate(Note3);
+    if (!Note4.empty())
+        ListUpdate(Note4);
+
+    // Always three fields, so a two-note chord keeps its trailing comma.
+    std::string notes = Note1 + "," + Note2 + "," + Note3;
+    if (!Note4.empty())
+        notes += "," + Note4;
+    return notes;
+}
+
+void ChordModel::ResetFretboard() {
+    for (Int row = 1; row <= 4; ++row) {
+        for (Int col = 0; col <= kLastPosition; ++col)
+            TableOne(row, col) = ",";
+    }
+}
+
+void ChordModel::ListUpdate(const std::string &note) {
+    // The four tests are independent: one note may land on every string at a position.
+    for (Int p = 0; p <= kLastPosition; ++p) {
+        if (M.Bass_List(p) == note)
+            TableOne(1, p) = note + ",";
+        if (M.Middle_List(p) == note)
+            TableOne(2, p) = note + ",";
+        if (M.Melody_List(p) == note)
+            TableOne(3, p) = note + ",";
+        if (M.Forth_List(p) == note)
+            TableOne(4, p) = note + ",";
+    }
+}
+
+void ChordModel::DisplayNotes(Int root, const std::string &formula) {
+    // The root is used as given: one outside 0..11 fails at this first read,
+    // before any name changes.
+    Int current = root;
+    Note1 = M.NoteList(root);
+    Note2.clear();
+    Note3.clear();
+    Note4.clear();
+
+    Int slot = 2;
+    const Array<std::string> steps(Split(formula, ","));
+    for (Int i = 0; i <= steps.Ubound(); ++i) {
+        // Each step counts from the previous note, not from the root.
+        const Int step = Truncate(Val(steps(i)));
+        current = Add(step, current) % 12;
+        if (slot == 2)
+            Note2 = M.NoteList(current);
+        else if (slot == 3)
+            Note3 = M.NoteList(current);
+        else if (slot == 4)
+            Note4 = M.NoteList(current);
+        // Beyond the fourth note there is no slot; such steps are dropped.
+        ++slot;
+    }
+}
+
+} // namespace varnock

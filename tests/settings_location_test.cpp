@@ -1,0 +1,259 @@
+// Where the settings file lives: the special folders, the one-time copy from
+// the older place and the start-up that points the store at the file. Every
+// test runs with HOME and the XDG folders moved to a scratch folder of its own.
+
+#include "settings/folderitem.h"
+#include "settings/location.h"
+#include "settings/msgbox.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <sys/stat.h>
+
+using namespace varnock;
+namespace fs = std::filesystem;
+
+namespace {
+
+class TempDir {
+  public:
+    TempDir() {
+        std::string name = (fs::temp_directory_path() / "varnock-place-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::runtime_error("mkdtemp failed");
+        path_ = name;
+    }
+    ~TempDir() {
+        std::error_code ec;
+        fs::remove_all(path_, ec);
+    }
+    const fs::path &Path() const { return path_; }
+
+  private:
+    fs::path path_;
+};
+
+class Messages {
+  public:
+    Messages()
+        : previous_(SetMsgBoxHandler([this](const std::string &t) { texts.push_back(t); })) {}
+    ~Messages() { SetMsgBoxHandler(previous_); }
+    std::vector<std::string> texts;
+
+  private:
+    MsgBoxHandler previous_;
+};
+
+std::string ReadBytes(const fs::path &path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void WriteBytes(const fs::path &path, const std::string &bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+// Sets an environment variable for the life of the object, then puts back
+// what was there.
+class EnvVar {
+  public:
+    EnvVar(const char *name, const std::optional<std::string> &value) : name_(name) {
+        if (const char *old = std::getenv(name))
+            previous_ = old;
+        Apply(value);
+    }
+    ~EnvVar() { Apply(previous_); }
+    void Apply(const std::optional<std::string> &value) const {
+        if (value)
+            setenv(name_, value->c_str(), 1);
+        else
+            unsetenv(name_);
+    }
+
+  private:
+    const char *name_;
+    std::optional<std::string> previous_;
+};
+
+class LocationTest : public ::testing::Test {
+  protected:
+    void TearDown() override { myINI.reset(); }
+
+    TempDir root;
+    fs::path home = root.Path() / "home";
+    fs::path data = root.Path() / "data";
+    fs::path config = root.Path() / "config";
+    EnvVar homeVar{"HOME", home.string()};
+    EnvVar dataVar{"XDG_DATA_HOME", data.string()};
+    EnvVar configVar{"XDG_CONFIG_HOME", config.string()};
+    Messages messages;
+
+    fs::path newFolder = data / "HelmfordVarnock";
+    fs::path oldFolder = config / "HelmfordVarnock";
+    fs::path newFile = newFolder / "Varnock.ini";
+
+    void MakeOldFolder(const std::string &ini) const {
+        fs::create_directories(oldFolder / "extra");
+        WriteBytes(oldFolder / "Varnock.ini", ini);
+        WriteBytes(oldFolder / "extra" / "notes.txt", "kept");
+    }
+    std::pair<Int, std::string> Get(const std::string &section, const std::string &key) const {
+        std::string value = "left over";
+        const Int length = myINI->GetPreference(section, key, value);
+        return {length, value};
+    }
+};
+
+// ---------------------------------------------------------------- folder items
+
+TEST_F(LocationTest, SpecialFoldersFollowTheEnvironmentAsItIsNow) {
+    EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(data));
+    EXPECT_EQ(SpecialFolderPreferences(), FolderItem(config));
+    {
+        EnvVar noData("XDG_DATA_HOME", std::nullopt);
+        EnvVar noConfig("XDG_CONFIG_HOME", std::nullopt);
+        EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(home / ".local" / "share"));
+        EXPECT_EQ(SpecialFolderPreferences(), FolderItem(home / ".config"));
+    }
+    EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(data));
+}
+
+TEST_F(LocationTest, ChildIsNilOnlyForWhatCannotBeAName) {
+    const FolderItem base(root.Path());
+    EXPECT_EQ(base.Child("Varnock.ini"), FolderItem(root.Path() / "Varnock.ini"));
+    EXPECT_FALSE(base.Child("Varnock.ini")->Exists());
+    for (const std::string &bad : {std::string(), std::string("."), std::string(".."),
+                                   std::string("a/b"), std::string("a\0b", 3)})
+        EXPECT_FALSE(base.Child(bad).has_value()) << bad;
+    EXPECT_THROW(NotNil(std::nullopt), NilObjectException);
+}
+
+TEST_F(LocationTest, CreateAsFolderMakesParentsKeepsContentAndReportsNothing) {
+    const FolderItem folder(root.Path() / "a" / "b");
+    folder.CreateAsFolder();
+    EXPECT_TRUE(fs::is_directory(folder.Path()));
+    WriteBytes(folder.Path() / "f", "x");
+    folder.CreateAsFolder();
+    EXPECT_EQ(ReadBytes(folder.Path() / "f"), "x");
+    WriteBytes(root.Path() / "file", "x");
+    EXPECT_NO_THROW(FolderItem(root.Path() / "file" / "sub").CreateAsFolder());
+    EXPECT_FALSE(fs::exists(root.Path() / "file" / "sub"));
+}
+
+TEST_F(LocationTest, CopyFileToCopiesAFolderWithItsContentAndReportsNoFailure) {
+    MakeOldFolder("[Settings]\rFrets=3\r");
+    fs::create_symlink("Varnock.ini", oldFolder / "link");
+    FolderItem(oldFolder).CopyFileTo(FolderItem(newFolder));
+    EXPECT_EQ(ReadBytes(newFolder / "Varnock.ini"), "[Settings]\rFrets=3\r");
+    EXPECT_EQ(ReadBytes(newFolder / "extra" / "notes.txt"), "kept");
+    EXPECT_TRUE(fs::is_symlink(newFolder / "link"));
+    EXPECT_NO_THROW(FolderItem(root.Path() / "none").CopyFileTo(FolderItem(root.Path() / "x")));
+    EXPECT_FALSE(fs::exists(root.Path() / "x"));
+}
+
+// ---------------------------------------------------------------- start-up
+
+TEST_F(LocationTest, StoreIsNilUntilSetup) {
+    EXPECT_EQ(myINI, nullptr);
+}
+
+TEST_F(LocationTest, FirstStartMakesAnEmptyFolderAndNoFile) {
+    SetupINI();
+    ASSERT_NE(myINI, nullptr);
+    EXPECT_EQ(myINI->iniFileName, FolderItem(newFile));
+    EXPECT_TRUE(fs::is_directory(newFolder));
+    EXPECT_TRUE(fs::is_empty(newFolder));
+    EXPECT_FALSE(fs::exists(oldFolder));
+    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{0}, std::string()));
+    EXPECT_TRUE(messages.texts.empty());
+
+    myINI->SetPreference("Settings", "Frets", "0");
+    EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=0\r");
+}
+
+TEST_F(LocationTest, OldFolderAloneIsCopiedAndStaysWhereItWas) {
+    MakeOldFolder("[Settings]\rFrets=3\r");
+    SetupINI();
+    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{1}, std::string("3")));
+    EXPECT_EQ(ReadBytes(newFolder / "extra" / "notes.txt"), "kept");
+    EXPECT_EQ(ReadBytes(oldFolder / "Varnock.ini"), "[Settings]\rFrets=3\r");
+    EXPECT_EQ(ReadBytes(oldFolder / "extra" / "notes.txt"), "kept");
+
+    // Writes go to the new place only.
+    myINI->SetPreference("Settings", "Frets", "1");
+    EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=1\r");
+    EXPECT_EQ(ReadBytes(oldFolder / "Varnock.ini"), "[Settings]\rFrets=3\r");
+    EXPECT_TRUE(messages.texts.empty());
+}
+
+TEST_F(LocationTest, SecondStartCopiesNothingEvenWhenTheOldFolderChanged) {
+    MakeOldFolder("[Settings]\rFrets=3\r");
+    SetupINI();
+    WriteBytes(oldFolder / "Varnock.ini", "[Settings]\rFrets=2\r");
+    WriteBytes(oldFolder / "new.txt", "late");
+    myINI.reset();
+    SetupINI();
+    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{1}, std::string("3")));
+    EXPECT_FALSE(fs::exists(newFolder / "new.txt"));
+}
+
+TEST_F(LocationTest, EmptyNewFolderWinsOverAFullOldOne) {
+    MakeOldFolder("[Settings]\rFrets=3\r");
+    fs::create_directories(newFolder);
+    SetupINI();
+    EXPECT_TRUE(fs::is_empty(newFolder));
+    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{0}, std::string()));
+}
+
+TEST_F(LocationTest, CopyMakesTheDataFolderWhenEvenThatIsMissing) {
+    // A fresh account may have no data folder at all yet.
+    MakeOldFolder("[Settings]\rFrets=2\r");
+    ASSERT_FALSE(fs::exists(data));
+    CheckINILocation("HelmfordVarnock");
+    EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=2\r");
+}
+
+TEST_F(LocationTest, CheckINILocationLooksOnlyAtTheGivenName) {
+    fs::create_directories(config / "Other");
+    CheckINILocation("Other");
+    EXPECT_TRUE(fs::is_directory(data / "Other"));
+    EXPECT_FALSE(fs::exists(newFolder));
+    CheckINILocation("HelmfordVarnock");
+    EXPECT_FALSE(fs::exists(newFolder));
+}
+
+TEST_F(LocationTest, FolderThatCannotBeCreatedIsSilentUntilTheFirstSave) {
+    // The data folder is a plain file, so nothing can be made inside it.
+    WriteBytes(data, "in the way");
+    MakeOldFolder("[Settings]\rFrets=3\r");
+    SetupINI();
+    ASSERT_NE(myINI, nullptr);
+    EXPECT_TRUE(messages.texts.empty());
+    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{0}, std::string()));
+    EXPECT_TRUE(messages.texts.empty());
+
+    myINI->SetPreference("Settings", "Frets", "0");
+    EXPECT_EQ(messages.texts,
+              (std::vector<std::string>{"Error writing Preference: Settings - Frets - 0"}));
+    EXPECT_EQ(ReadBytes(data), "in the way");
+}
+
+TEST_F(LocationTest, FailedCopyIsSilentAndLeavesAnEmptyNewFolder) {
+    // A pipe among the old files can't be copied; the copy gives up quietly
+    // and the start goes on with a folder of its own.
+    fs::create_directories(oldFolder);
+    ASSERT_EQ(mkfifo((oldFolder / "a-pipe").c_str(), 0600), 0);
+    SetupINI();
+    EXPECT_TRUE(messages.texts.empty());
+    EXPECT_TRUE(fs::is_directory(newFolder));
+    EXPECT_FALSE(fs::exists(newFolder / "a-pipe"));
+    EXPECT_FALSE(fs::exists(newFile));
+}
+
+} // namespace

@@ -1,0 +1,52 @@
+#!/bin/bash
+# Installs the build into a scratch prefix and checks that everything a
+# desktop needs arrived where it belongs.
+#   install_check.sh <cmake> <build-dir> <scratch-prefix>
+set -u
+
+cmake=$1
+build=$2
+prefix=$3
+
+rm -rf "$prefix"
+if ! "$cmake" --install "$build" --prefix "$prefix" >"$prefix.log" 2>&1; then
+    cat "$prefix.log"
+    echo "install failed"
+    exit 1
+fi
+
+failed=0
+check() {
+    if [ ! "$1" "$prefix/$2" ]; then
+        echo "missing or wrong: $2"
+        failed=1
+    fi
+}
+
+check -x bin/varnock
+check -s share/varnock/VarnockFrets128b.bmp
+check -s share/applications/varnock.desktop
+check -s share/icons/hicolor/128x128/apps/varnock.png
+
+desktop=$prefix/share/applications/varnock.desktop
+if [ -f "$desktop" ]; then
+    for line in '[Desktop Entry]' 'Type=Application' 'Name=Varnock' 'Exec=varnock' \
+        'Icon=varnock' 'Terminal=false'; do
+        if ! grep -qxF "$line" "$desktop"; then
+            echo "varnock.desktop lacks: $line"
+            failed=1
+        fi
+    done
+fi
+
+bmp=$prefix/share/varnock/VarnockFrets128b.bmp
+if [ -f "$bmp" ] && [ "$(head -c 2 "$bmp")" != "BM" ]; then
+    echo "VarnockFrets128b.bmp is not a BMP"
+    failed=1
+fi
+
+if [ "$failed" = 0 ]; then
+    rm -rf "$prefix" "$prefix.log"
+    echo "install layout ok"
+fi
+exit "$failed"

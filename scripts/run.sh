@@ -3,4 +3,4 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh build -DVARNOCK_TESTS=OFF -DVARNOCK_BENCH=OFF
-exec ./build/shell/varnock
+exec ./build/bin/varnock "$@"

@@ -1,0 +1,83 @@
+#include "chart/cellpaint.h"
+
+namespace varnock {
+
+FillRule ChartFillRule(Int row, Int column, Int rowCount) {
+    if (row >= rowCount)
+        return {};
+    if (row == 0)
+        return {Fill::Flat, colors::kLabelRow};
+    if (column == 0)
+        return {Fill::Flat, colors::kOpenString};
+    if (row == 2 || row == 4)
+        return {Fill::Gradient, colors::kGradientGreen};
+    return {Fill::Gradient, colors::kGradientGrey};
+}
+
+FillRule NotesFillRule(Int row, Int rowCount) {
+    if (row >= rowCount)
+        return {};
+    return {Fill::Gradient, colors::kGradientGrey};
+}
+
+Color GradientColor(Color top, Color bottom, Int y, Int height) {
+    const auto channel = [&](int shift) {
+        const double t = static_cast<double>((top >> shift) & 255);
+        const double b = static_cast<double>((bottom >> shift) & 255);
+        const double h = static_cast<double>(height);
+        const double yy = static_cast<double>(y);
+        const double sum = ((h - yy) / h) * t + (yy / h) * b;
+        return Truncate(sum);
+    };
+    return RGB(channel(16), channel(8), channel(0), 0);
+}
+
+std::optional<Color> ChartTextColor(const std::string &text, const std::string &note1,
+                                    const std::string &note2, const std::string &note3,
+                                    const std::string &note4) {
+    if (text == note1)
+        return colors::kNote[0];
+    if (text == note2)
+        return colors::kNote[1];
+    if (text == note3)
+        return colors::kNote[2];
+    if (text == note4)
+        return colors::kNote[3];
+    return std::nullopt;
+}
+
+std::optional<Color> NotesTextColor(Int column) {
+    if (column >= 0 && column <= 3)
+        return colors::kNote[column];
+    return std::nullopt;
+}
+
+void PaintTile(Graphics &g, const FillRule &rule) {
+    const Int w = g.Width();
+    const Int h = g.Height();
+    switch (rule.kind) {
+    case Fill::None:
+        return;
+    case Fill::Flat:
+        g.ForeColor(rule.color);
+        g.FillRect(0, 0, static_cast<double>(w), static_cast<double>(h));
+        break;
+    case Fill::Gradient:
+        // Bottom first; the line at y = H lies just below the cell and is cut off.
+        for (Int y = h; y >= 0; --y) {
+            g.ForeColor(GradientColor(colors::kGradientTop, rule.color, y, h));
+            g.DrawLine(0, static_cast<double>(y), static_cast<double>(w), static_cast<double>(y));
+        }
+        break;
+    }
+    // Dark bottom and right, then light top and left, which win at the corners.
+    const double W = static_cast<double>(w), H = static_cast<double>(h);
+    g.ForeColor(colors::kFrameDark);
+    g.DrawLine(0, H - 1, W, H - 1);
+    g.DrawLine(W - 1, 0, W - 1, H);
+    g.ForeColor(colors::kFrameLight);
+    g.DrawLine(0, 0, W, 0);
+    g.DrawLine(0, 0, 0, H);
+}
+
+} // namespace varnock

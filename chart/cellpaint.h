@@ -1,0 +1,57 @@
+#pragma once
+
+// What the two tables paint in each cell, as plain functions of plain data,
+// and the one routine that draws a cell tile (fill, then frame).
+
+#include "chart/graphics.h"
+#include "model/basic.h"
+
+#include <optional>
+#include <string>
+
+namespace varnock {
+
+namespace colors {
+inline constexpr Color kLabelRow = 0xFAFAFA;
+inline constexpr Color kOpenString = 0xEEEEEE;
+inline constexpr Color kGradientTop = 0xFDFEFF;
+inline constexpr Color kGradientGreen = 0xAAFFAA;
+inline constexpr Color kGradientGrey = 0xE6E7E8;
+inline constexpr Color kFrameDark = 0x999999;
+inline constexpr Color kFrameLight = 0xF0F0F0;
+// The chord's notes, root first; the notes table uses them as the legend.
+inline constexpr Color kNote[4] = {0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000};
+} // namespace colors
+
+enum class Fill { None, Flat, Gradient };
+
+struct FillRule {
+    Fill kind = Fill::None;
+    Color color = 0;  // flat colour, or the gradient's bottom colour
+};
+
+// The chart's fill for a cell; rows at or beyond rowCount get none (plain list
+// background). The row test comes before the column test.
+FillRule ChartFillRule(Int row, Int column, Int rowCount);
+
+// The notes table's fill: the grey gradient on every existing row.
+FillRule NotesFillRule(Int row, Int rowCount);
+
+// Colour of line y of a vertical gradient H pixels high, each channel
+// ((H - y) / H) * top + (y / H) * bottom, cut toward zero.
+Color GradientColor(Color top, Color bottom, Int y, Int height);
+
+// The chart's text colour: the first of the four notes that equals the cell's
+// text as a whole. A blank cell equals an empty note slot.
+std::optional<Color> ChartTextColor(const std::string &text, const std::string &note1,
+                                    const std::string &note2, const std::string &note3,
+                                    const std::string &note4);
+
+// The notes table's text colour, by column alone.
+std::optional<Color> NotesTextColor(Int column);
+
+// Draws the tile of a cell: the fill, then the four frame lines. Draws nothing
+// for Fill::None.
+void PaintTile(Graphics &g, const FillRule &rule);
+
+} // namespace varnock

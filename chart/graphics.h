@@ -1,0 +1,56 @@
+#pragma once
+
+// A drawing surface for one table cell: origin at the cell's top-left corner,
+// everything outside the cell cut off, one current colour for all drawing.
+
+#include "model/basic.h"
+
+#include <QFont>
+#include <QRect>
+
+#include <cstdint>
+#include <string>
+
+class QPainter;
+
+namespace varnock {
+
+// A colour as 0x00RRGGBB.
+using Color = std::uint32_t;
+
+// Three channels 0..255 into a colour; alpha 0 is opaque and the only kind used.
+constexpr Color RGB(Int red, Int green, Int blue, Int alpha = 0) {
+    (void)alpha;
+    return static_cast<Color>(((red & 255) << 16) | ((green & 255) << 8) | (blue & 255));
+}
+
+class Graphics {
+  public:
+    // Draws into `cell` of the painter's device. The painter's state is
+    // restored when the Graphics goes away.
+    Graphics(QPainter &painter, const QRect &cell);
+    ~Graphics();
+    Graphics(const Graphics &) = delete;
+    Graphics &operator=(const Graphics &) = delete;
+
+    void ForeColor(Color color) { fore_ = color; }
+    Color ForeColor() const { return fore_; }
+    Int Width() const { return width_; }
+    Int Height() const { return height_; }
+
+    void FillRect(double x, double y, double width, double height);
+    // One pixel wide, both end points included.
+    void DrawLine(double x1, double y1, double x2, double y2);
+    // Text starting at x with its baseline at y. Wrapping and condensing are
+    // not offered: the table cells hold one short name.
+    void DrawString(const std::string &text, double x, double y, double wrapWidth = 0,
+                    bool condense = false);
+
+  private:
+    QPainter &painter_;
+    Int width_;
+    Int height_;
+    Color fore_ = 0;
+};
+
+} // namespace varnock

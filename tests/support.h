@@ -1,0 +1,131 @@
+#pragma once
+
+// Shared by the window tests: a scratch HOME with its own XDG folders, message
+// capture, and a real main window opened on the offscreen platform.
+
+#include "chart/window1.h"
+#include "settings/location.h"
+#include "settings/msgbox.h"
+#include "shell/app.h"
+
+#include <QImage>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace testsupport {
+
+namespace fs = std::filesystem;
+
+inline std::string ReadBytes(const fs::path &path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+inline void WriteBytes(const fs::path &path, const std::string &bytes) {
+    fs::create_directories(path.parent_path());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+// HOME, XDG_DATA_HOME and XDG_CONFIG_HOME moved to a fresh folder for the
+// test's lifetime; the developer's own folders are never touched.
+class ScratchHome {
+  public:
+    ScratchHome() {
+        std::string name = (fs::temp_directory_path() / "varnock-home-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::runtime_error("mkdtemp failed");
+        root_ = name;
+        Save("HOME");
+        Save("XDG_DATA_HOME");
+        Save("XDG_CONFIG_HOME");
+        setenv("HOME", root_.c_str(), 1);
+        setenv("XDG_DATA_HOME", (root_ / "data").c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (root_ / "config").c_str(), 1);
+    }
+    ~ScratchHome() {
+        for (const auto &[name, value] : saved_) {
+            if (value)
+                setenv(name.c_str(), value->c_str(), 1);
+            else
+                unsetenv(name.c_str());
+        }
+        std::error_code ec;
+        fs::remove_all(root_, ec);
+    }
+    fs::path DataFolder() const { return root_ / "data" / "HelmfordVarnock"; }
+    fs::path OldFolder() const { return root_ / "config" / "HelmfordVarnock"; }
+    fs::path IniFile() const { return DataFolder() / "Varnock.ini"; }
+    const fs::path &Root() const { return root_; }
+
+  private:
+    void Save(const char *name) {
+        const char *v = std::getenv(name);
+        saved_.emplace_back(name, v ? std::optional<std::string>(v) : std::nullopt);
+    }
+    fs::path root_;
+    std::vector<std::pair<std::string, std::optional<std::string>>> saved_;
+};
+
+class Messages {
+  public:
+    Messages()
+        : previous_(varnock::SetMsgBoxHandler(
+              [this](const std::string &t) { texts.push_back(t); })) {}
+    ~Messages() { varnock::SetMsgBoxHandler(previous_); }
+    std::vector<std::string> texts;
+
+  private:
+    varnock::MsgBoxHandler previous_;
+};
+
+// Counts AppQuit calls instead of leaving the event loop.
+class QuitCounter {
+  public:
+    QuitCounter() : previous_(varnock::SetAppQuitHandler([this] { ++count; })) {}
+    ~QuitCounter() { varnock::SetAppQuitHandler(previous_); }
+    int count = 0;
+
+  private:
+    std::function<void()> previous_;
+};
+
+// Start as the program does: the store first (in the scratch home), then the
+// window with its opening.
+struct OpenWindow {
+    ScratchHome home;
+    Messages messages;
+    QuitCounter quits;
+    std::unique_ptr<varnock::Window1> window;
+
+    explicit OpenWindow(const std::string &iniBytes = {}, bool writeIni = false) {
+        if (writeIni)
+            WriteBytes(home.IniFile(), iniBytes);
+        varnock::myINI.reset();
+        varnock::TheApp().Event_Open();
+        window = std::make_unique<varnock::Window1>();
+        window->Open();
+    }
+    ~OpenWindow() {
+        window.reset();
+        varnock::myINI.reset();
+    }
+    varnock::Window1 &operator*() { return *window; }
+    varnock::Window1 *operator->() { return window.get(); }
+};
+
+inline QImage Grab(QWidget *widget) {
+    return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+inline unsigned Pixel(const QImage &image, int x, int y) {
+    return image.pixel(x, y) & 0xFFFFFFu;
+}
+
+} // namespace testsupport

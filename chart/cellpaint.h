@@ -27,7 +27,7 @@ enum class Fill { None, Flat, Gradient };
 
 struct FillRule {
     Fill kind = Fill::None;
-    Color color = 0;  // flat colour, or the gradient's bottom colour
+    Color color = 0; // flat colour, or the gradient's bottom colour
 };
 
 // The chart's fill for a cell; rows at or beyond rowCount get none (plain list

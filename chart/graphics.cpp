@@ -9,8 +9,12 @@
 namespace varnock {
 
 namespace {
-int Pixel(double v) { return static_cast<int>(std::lround(v)); }
-QColor ToQColor(Color c) { return QColor::fromRgb((c >> 16) & 255, (c >> 8) & 255, c & 255); }
+int Pixel(double v) {
+    return static_cast<int>(std::lround(v));
+}
+QColor ToQColor(Color c) {
+    return QColor::fromRgb((c >> 16) & 255, (c >> 8) & 255, c & 255);
+}
 } // namespace
 
 Graphics::Graphics(QPainter &painter, const QRect &cell)
@@ -21,7 +25,9 @@ Graphics::Graphics(QPainter &painter, const QRect &cell)
     painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
-Graphics::~Graphics() { painter_.restore(); }
+Graphics::~Graphics() {
+    painter_.restore();
+}
 
 void Graphics::FillRect(double x, double y, double width, double height) {
     painter_.fillRect(QRect(Pixel(x), Pixel(y), Pixel(width), Pixel(height)), ToQColor(fore_));

@@ -16,29 +16,27 @@ namespace varnock {
 
 namespace {
 
-const std::array<const char *, 12> kRootItems = {"A",  "A# / Bb", "B",       "C",
-                                                 "C# / Db", "D", "D# / Eb", "E",
-                                                 "F",  "F# / Gb", "G",       "G# / Ab"};
+const std::array<const char *, 12> kRootItems = {
+    "A", "A# / Bb", "B", "C", "C# / Db", "D", "D# / Eb", "E", "F", "F# / Gb", "G", "G# / Ab"};
 const std::array<const char *, 32> kChordItems = {
-    "Maj",  "7",     "maj7", "m",     "m7",    "Dim",    "Dim7",  "Sus2",
-    "Sus4", "add9",  "madd9", "Aug",  "2",     "5",      "6",     "6/9",
-    "9/6",  "9",     "11",   "13",    "maj9",  "maj11",  "maj13", "m6",
-    "maj6/9", "mmaj7", "mmaj9", "m9", "m11",   "m13",    "7/6",   "7sus4"};
+    "Maj",   "7",  "maj7",   "m",     "m7",    "Dim", "Dim7", "Sus2", "Sus4", "add9", "madd9",
+    "Aug",   "2",  "5",      "6",     "6/9",   "9/6", "9",    "11",   "13",   "maj9", "maj11",
+    "maj13", "m6", "maj6/9", "mmaj7", "mmaj9", "m9",  "m11",  "m13",  "7/6",  "7sus4"};
 const std::array<const char *, 18> kOtherChordItems = {
-    "---",  "-5",   "maj7+5", "m7-5",  "7-9",   "7+9",  "7-5",  "7+5",  "9-5",
-    "9+5",  "11-9", "13-9",   "13+11", "7/13",  "-9+5", "-9+11", "-9-5", "+11"};
-const std::array<const char *, 12> kTuningItems = {"D",  "D#", "E", "F",  "F#", "G",
+    "---", "-5",   "maj7+5", "m7-5",  "7-9",  "7+9",  "7-5",   "7+5",  "9-5",
+    "9+5", "11-9", "13-9",   "13+11", "7/13", "-9+5", "-9+11", "-9-5", "+11"};
+const std::array<const char *, 12> kTuningItems = {"D",  "D#", "E",  "F", "F#", "G",
                                                    "G#", "A",  "A#", "B", "C",  "C#"};
 const std::array<const char *, 24> kHeadingsMode1 = {
-    "0", "1",  "2",  "3",  "4",   "5",  "6",  "6+", "7",  "8",  "9",  "10",
+    "0",  "1",  "2",  "3",   "4",  "5",  "6",  "6+", "7",  "8",  "9",  "10",
     "11", "12", "13", "13+", "14", "15", "16", "17", "18", "19", "20", "21"};
 const std::array<const char *, 24> kHeadingsMode2 = {
-    "0",  "1",  "1+", "2",  "3",  "4",   "5",  "6",  "6+", "7",  "8",  "8+",
-    "9",  "10", "11", "12", "13", "13+", "14", "15", "15+", "16", "17", "18"};
+    "0", "1",  "1+", "2",  "3",  "4",   "5",  "6",  "6+",  "7",  "8",  "8+",
+    "9", "10", "11", "12", "13", "13+", "14", "15", "15+", "16", "17", "18"};
 // The chromatic board's frets named as on a diatonic one, columns 0..23.
 const std::array<const char *, 24> kChromaticLabels = {
-    "0",  "0+", "1", "1+", "2",  "3",   "3+", "4",  "4+", "5",   "6",   "6+",
-    "7",  "7+", "8", "8+", "9",  "10",  "10+",    "11", "11+", "12", "13",  "13+"};
+    "0", "0+", "1", "1+", "2", "3",  "3+",  "4",  "4+",  "5",  "6",  "6+",
+    "7", "7+", "8", "8+", "9", "10", "10+", "11", "11+", "12", "13", "13+"};
 
 // What the platform's line ending is to the chart text; no cell holds it.
 const std::string kEndOfLine = "\n";
@@ -70,7 +68,9 @@ void Window1::Layout() {
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void Window1::CreateControls() { _CreateControls0(); }
+void Window1::CreateControls() {
+    _CreateControls0();
+}
 
 void Window1::_CreateControls0() {
     QWidget *content = centralWidget();
@@ -89,11 +89,14 @@ void Window1::_CreateControls0() {
         auto *l = new QLabel(QString::fromLatin1(text), content);
         l->setObjectName(QString::fromLatin1(name));
         l->setGeometry(left, top, 49, 20);
-        l->setFont(bold);
+        // A touch smaller than the lists' text so "Strings:" fits its 49 pixels.
+        QFont labelFont = bold;
+        labelFont.setPixelSize(11);
+        l->setFont(labelFont);
         return l;
     };
-    const auto list = [&](const char *name, int left, int top, int width, int height,
-                          Int columns, Int rowHeight) {
+    const auto list = [&](const char *name, int left, int top, int width, int height, Int columns,
+                          Int rowHeight) {
         auto *l = new Listbox(columns, rowHeight, content);
         l->setObjectName(QString::fromLatin1(name));
         l->setGeometry(left, top, width, height);
@@ -165,9 +168,8 @@ void Window1::_CreateControls0() {
 
     // Focus order by TabIndex, which is not the order of creation: the two
     // selectors at the top come after the chart.
-    QWidget *order[] = {PopupMenu1, PopupMenu2, PopupMenu4, PopupMenu5, PopupMenu6,
-                        PopupMenu7, Listbox1,   Listbox2,   PopupMenu8, PopupMenu9,
-                        PopupMenu10};
+    QWidget *order[] = {PopupMenu1, PopupMenu2, PopupMenu4, PopupMenu5, PopupMenu6, PopupMenu7,
+                        Listbox1,   Listbox2,   PopupMenu8, PopupMenu9, PopupMenu10};
     for (std::size_t i = 0; i + 1 < std::size(order); ++i)
         QWidget::setTabOrder(order[i], order[i + 1]);
 }
@@ -262,7 +264,9 @@ void Window1::SetListHeaders() {
 
 // ---- change handlers ----
 
-void Window1::PopupMenu1_Change(PopupMenu &) { FindFrets(); }
+void Window1::PopupMenu1_Change(PopupMenu &) {
+    FindFrets();
+}
 
 void Window1::PopupMenu2_Change(PopupMenu &p) {
     Model.ModeSelectMajor = p.ListIndex();
@@ -313,7 +317,9 @@ void Window1::PopupMenu10_Change(PopupMenu &p) {
 
 // ---- list events ----
 
-void Window1::Listbox1_Open(Listbox &) { SetListHeaders(); }
+void Window1::Listbox1_Open(Listbox &) {
+    SetListHeaders();
+}
 
 void Window1::Listbox2_Open(Listbox &l) {
     l.SetHeading(0, "Root");

@@ -21,9 +21,13 @@ void App::Event_Open() {
     TheMenuBar1().HideFileMenu();
 }
 
-void App::SetupINI() { varnock::SetupINI(); }
+void App::SetupINI() {
+    varnock::SetupINI();
+}
 
-void App::CheckINILocation(const std::string &folderName) { varnock::CheckINILocation(folderName); }
+void App::CheckINILocation(const std::string &folderName) {
+    varnock::CheckINILocation(folderName);
+}
 
 App &TheApp() {
     static App app;

@@ -78,10 +78,26 @@ TEST(Window, DiatonicThreeStringChartOfDMajor) {
     w->PopupMenu1->SetListIndex(5); // D
     EXPECT_EQ(Headings(w->Listbox1), Numbers());
     EXPECT_EQ(RowOf(w->Listbox1, 0), Numbers());
-    const auto dRow = Marks({{0, "D"}, {2, "F#"}, {4, "A"}, {7, "D"}, {9, "F#"}, {11, "A"},
-                             {14, "D"}, {16, "F#"}, {18, "A"}, {21, "D"}});
-    const auto aRow = Marks({{0, "A"}, {3, "D"}, {5, "F#"}, {7, "A"}, {10, "D"}, {12, "F#"},
-                             {14, "A"}, {17, "D"}, {19, "F#"}, {21, "A"}});
+    const auto dRow = Marks({{0, "D"},
+                             {2, "F#"},
+                             {4, "A"},
+                             {7, "D"},
+                             {9, "F#"},
+                             {11, "A"},
+                             {14, "D"},
+                             {16, "F#"},
+                             {18, "A"},
+                             {21, "D"}});
+    const auto aRow = Marks({{0, "A"},
+                             {3, "D"},
+                             {5, "F#"},
+                             {7, "A"},
+                             {10, "D"},
+                             {12, "F#"},
+                             {14, "A"},
+                             {17, "D"},
+                             {19, "F#"},
+                             {21, "A"}});
     EXPECT_EQ(RowOf(w->Listbox1, 1), dRow);
     EXPECT_EQ(RowOf(w->Listbox1, 2), aRow);
     EXPECT_EQ(RowOf(w->Listbox1, 3), dRow);
@@ -97,17 +113,23 @@ TEST(Window, ChromaticFourStringChartOfD7) {
     w->PopupMenu2->SetListIndex(1); // 7: D F# A C
     EXPECT_EQ(Headings(w->Listbox1), Numbers());
     EXPECT_EQ(RowOf(w->Listbox1, 0),
-              (std::vector<std::string>{"0", "0+", "1", "1+", "2", "3", "3+", "4", "4+", "5",
-                                        "6", "6+", "7", "7+", "8", "8+", "9", "10", "10+", "11",
-                                        "11+", "12", "13"}));
-    const auto dRow = Marks({{0, "D"}, {4, "F#"}, {7, "A"}, {10, "C"}, {12, "D"}, {16, "F#"},
-                             {19, "A"}, {22, "C"}});
+              (std::vector<std::string>{"0",  "0+", "1",   "1+", "2",   "3",  "3+", "4",
+                                        "4+", "5",  "6",   "6+", "7",   "7+", "8",  "8+",
+                                        "9",  "10", "10+", "11", "11+", "12", "13"}));
+    const auto dRow = Marks(
+        {{0, "D"}, {4, "F#"}, {7, "A"}, {10, "C"}, {12, "D"}, {16, "F#"}, {19, "A"}, {22, "C"}});
     EXPECT_EQ(RowOf(w->Listbox1, 1), dRow);
-    EXPECT_EQ(RowOf(w->Listbox1, 2), Marks({{0, "A"}, {3, "C"}, {5, "D"}, {9, "F#"}, {12, "A"},
-                                            {15, "C"}, {17, "D"}, {21, "F#"}}));
+    EXPECT_EQ(RowOf(w->Listbox1, 2), Marks({{0, "A"},
+                                            {3, "C"},
+                                            {5, "D"},
+                                            {9, "F#"},
+                                            {12, "A"},
+                                            {15, "C"},
+                                            {17, "D"},
+                                            {21, "F#"}}));
     EXPECT_EQ(RowOf(w->Listbox1, 3), dRow);
-    EXPECT_EQ(RowOf(w->Listbox1, 4), Marks({{2, "A"}, {5, "C"}, {7, "D"}, {11, "F#"}, {14, "A"},
-                                            {17, "C"}, {19, "D"}}));
+    EXPECT_EQ(RowOf(w->Listbox1, 4),
+              Marks({{2, "A"}, {5, "C"}, {7, "D"}, {11, "F#"}, {14, "A"}, {17, "C"}, {19, "D"}}));
     EXPECT_EQ(RowOf(w->Listbox2, 0), (std::vector<std::string>{"D", "F#", "A", "C"}));
 }
 
@@ -156,7 +178,7 @@ TEST(Window, ThreeAndFourStrings) {
     EXPECT_EQ(w->Listbox1->Cell(3, 0), "E");
     w->PopupMenu10->SetListIndex(1);
     EXPECT_EQ(w->Listbox1->ListCount(), 5);
-    EXPECT_EQ(w->Listbox1->Cell(4, 0), ""); // open B is not in A major
+    EXPECT_EQ(w->Listbox1->Cell(4, 0), "");   // open B is not in A major
     EXPECT_EQ(w->Listbox1->Cell(4, 1), "C#"); // B + a whole tone
 }
 

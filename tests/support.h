@@ -76,8 +76,8 @@ class ScratchHome {
 class Messages {
   public:
     Messages()
-        : previous_(varnock::SetMsgBoxHandler(
-              [this](const std::string &t) { texts.push_back(t); })) {}
+        : previous_(
+              varnock::SetMsgBoxHandler([this](const std::string &t) { texts.push_back(t); })) {}
     ~Messages() { varnock::SetMsgBoxHandler(previous_); }
     std::vector<std::string> texts;
 

@@ -2,10 +2,12 @@
 
 #include "chart/window1.h"
 #include "shell/app.h"
+#include "shell/termination.h"
 
 #include <QApplication>
 
 int main(int argc, char **argv) {
+    varnock::InstallTerminationHandlers();
     // Qt's own options (-platform and the like) pass through; the program has none.
     QApplication qapp(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Varnock"));
@@ -19,5 +21,6 @@ int main(int argc, char **argv) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->Open();
     window->show();
+    varnock::CloseOnTerminationSignals(window);
     return QApplication::exec();
 }

@@ -4,6 +4,7 @@
 
 #include "settings/iniclass.h"
 #include "settings/msgbox.h"
+#include "support.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -29,35 +30,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class TempDir {
-  public:
-    TempDir() {
-        std::string name = (fs::temp_directory_path() / "varnock-ini-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("mkdtemp failed");
-        path_ = name;
-    }
-    ~TempDir() {
-        std::error_code ec;
-        fs::remove_all(path_, ec);
-    }
-    const fs::path &Path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-// Records every MsgBox text while it lives.
-class Messages {
-  public:
-    Messages()
-        : previous_(SetMsgBoxHandler([this](const std::string &t) { texts.push_back(t); })) {}
-    ~Messages() { SetMsgBoxHandler(previous_); }
-    std::vector<std::string> texts;
-
-  private:
-    MsgBoxHandler previous_;
-};
+using testsupport::Messages;
+using testsupport::TempDir;
 
 std::string ReadBytes(const fs::path &path) {
     std::ifstream in(path, std::ios::binary);

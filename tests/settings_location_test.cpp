@@ -5,6 +5,7 @@
 #include "settings/folderitem.h"
 #include "settings/location.h"
 #include "settings/msgbox.h"
+#include "support.h"
 
 #include <gtest/gtest.h>
 
@@ -20,44 +21,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class TempDir {
-  public:
-    TempDir() {
-        std::string name = (fs::temp_directory_path() / "varnock-place-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("mkdtemp failed");
-        path_ = name;
-    }
-    ~TempDir() {
-        std::error_code ec;
-        fs::remove_all(path_, ec);
-    }
-    const fs::path &Path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-class Messages {
-  public:
-    Messages()
-        : previous_(SetMsgBoxHandler([this](const std::string &t) { texts.push_back(t); })) {}
-    ~Messages() { SetMsgBoxHandler(previous_); }
-    std::vector<std::string> texts;
-
-  private:
-    MsgBoxHandler previous_;
-};
-
-std::string ReadBytes(const fs::path &path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void WriteBytes(const fs::path &path, const std::string &bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
+using testsupport::Messages;
+using testsupport::ReadBytes;
+using testsupport::TempDir;
+using testsupport::WriteBytes;
 
 // Sets an environment variable for the life of the object, then puts back
 // what was there.

@@ -15,6 +15,8 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -32,6 +34,27 @@ inline void WriteBytes(const fs::path &path, const std::string &bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
+
+// A scratch folder of its own, removed with everything in it.
+class TempDir {
+  public:
+    TempDir() {
+        std::string name = (fs::temp_directory_path() / "varnock-test-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::runtime_error("mkdtemp failed");
+        path_ = name;
+    }
+    ~TempDir() {
+        std::error_code ec;
+        fs::remove_all(path_, ec);
+    }
+    TempDir(const TempDir &) = delete;
+    TempDir &operator=(const TempDir &) = delete;
+    const fs::path &Path() const { return path_; }
+
+  private:
+    fs::path path_;
+};
 
 // HOME, XDG_DATA_HOME and XDG_CONFIG_HOME moved to a fresh folder for the
 // test's lifetime; the developer's own folders are never touched.

@@ -1,6 +1,7 @@
 #include "chart/graphics.h"
 
 #include <QColor>
+#include <QFontMetricsF>
 #include <QPainter>
 
 #include <cmath>
@@ -18,42 +19,66 @@ QColor ToQColor(Color c) {
 } // namespace
 
 Graphics::Graphics(QPainter &painter, const QRect &cell)
-    : painter_(painter), width_(cell.width()), height_(cell.height()) {
-    painter_.save();
-    painter_.translate(cell.topLeft());
-    painter_.setClipRect(QRect(0, 0, cell.width(), cell.height()), Qt::IntersectClip);
-    painter_.setRenderHint(QPainter::Antialiasing, false);
+    : painter_(painter), cell_(cell), width_(cell.width()), height_(cell.height()),
+      antialiasing_(painter.testRenderHint(QPainter::Antialiasing)) {
+    if (antialiasing_)
+        painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
 Graphics::~Graphics() {
+    if (antialiasing_)
+        painter_.setRenderHint(QPainter::Antialiasing, true);
+}
+
+void Graphics::FillClipped(QRect rect) {
+    rect = rect.intersected(QRect(0, 0, cell_.width(), cell_.height()));
+    if (!rect.isEmpty())
+        painter_.fillRect(rect.translated(cell_.topLeft()), ToQColor(fore_));
+}
+
+template <typename Draw> void Graphics::WithClip(Draw draw) {
+    painter_.save();
+    painter_.translate(cell_.topLeft());
+    painter_.setClipRect(QRect(0, 0, cell_.width(), cell_.height()), Qt::IntersectClip);
+    draw();
     painter_.restore();
 }
 
 void Graphics::FillRect(double x, double y, double width, double height) {
-    painter_.fillRect(QRect(Pixel(x), Pixel(y), Pixel(width), Pixel(height)), ToQColor(fore_));
+    FillClipped(QRect(Pixel(x), Pixel(y), Pixel(width), Pixel(height)));
 }
 
 void Graphics::DrawLine(double x1, double y1, double x2, double y2) {
     const int ax = Pixel(x1), ay = Pixel(y1), bx = Pixel(x2), by = Pixel(y2);
-    const QColor color = ToQColor(fore_);
     // Straight lines as filled spans, so the pixels covered are exact and both
     // ends are included whatever the paint engine does with pen caps.
     if (ay == by) {
-        painter_.fillRect(QRect(std::min(ax, bx), ay, std::abs(bx - ax) + 1, 1), color);
+        FillClipped(QRect(std::min(ax, bx), ay, std::abs(bx - ax) + 1, 1));
         return;
     }
     if (ax == bx) {
-        painter_.fillRect(QRect(ax, std::min(ay, by), 1, std::abs(by - ay) + 1), color);
+        FillClipped(QRect(ax, std::min(ay, by), 1, std::abs(by - ay) + 1));
         return;
     }
-    painter_.setPen(QPen(color, 0));
-    painter_.drawLine(ax, ay, bx, by);
-    painter_.drawPoint(bx, by);
+    const QColor color = ToQColor(fore_);
+    WithClip([&] {
+        painter_.setPen(QPen(color, 0));
+        painter_.drawLine(ax, ay, bx, by);
+        painter_.drawPoint(bx, by);
+    });
 }
 
 void Graphics::DrawString(const std::string &text, double x, double y, double, bool) {
+    const QString string = QString::fromStdString(text);
     painter_.setPen(ToQColor(fore_));
-    painter_.drawText(QPointF(x, y), QString::fromStdString(text));
+    // A pixel of room around the ink for the smoothing of glyph edges.
+    const QRectF ink =
+        QFontMetricsF(painter_.font()).boundingRect(string).translated(x, y).adjusted(-1, -1, 1, 1);
+    if (QRectF(0, 0, cell_.width(), cell_.height()).contains(ink)) {
+        painter_.drawText(QPointF(x, y) + cell_.topLeft(), string);
+        return;
+    }
+    WithClip([&] { painter_.drawText(QPointF(x, y), string); });
 }
 
 } // namespace varnock

@@ -26,8 +26,8 @@ constexpr Color RGB(Int red, Int green, Int blue, Int alpha = 0) {
 
 class Graphics {
   public:
-    // Draws into `cell` of the painter's device. The painter's state is
-    // restored when the Graphics goes away.
+    // Draws into `cell` of the painter's device. The painter's pen may be
+    // changed; its transform and clip are left as they were.
     Graphics(QPainter &painter, const QRect &cell);
     ~Graphics();
     Graphics(const Graphics &) = delete;
@@ -47,10 +47,19 @@ class Graphics {
                     bool condense = false);
 
   private:
+    // Fills a rectangle given in cell coordinates, cut to the cell. Cutting
+    // it ourselves gives the pixels a clip would, without the clip: on the
+    // PDF and SVG engines every clip change costs a state flush.
+    void FillClipped(QRect rect);
+    // Runs a drawing that may cross the cell's edge under a clip to the cell.
+    template <typename Draw> void WithClip(Draw draw);
+
     QPainter &painter_;
+    QRect cell_;
     Int width_;
     Int height_;
     Color fore_ = 0;
+    bool antialiasing_;
 };
 
 } // namespace varnock

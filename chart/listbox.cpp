@@ -107,9 +107,18 @@ QRect Listbox::CellRect(Int row, Int column) const {
                  static_cast<int>(rowHeight_));
 }
 
-void Listbox::paintEvent(QPaintEvent *event) {
-    QFrame::paintEvent(event);
+void Listbox::paintEvent(QPaintEvent *) {
     QPainter p(this);
+    Paint(p);
+}
+
+void Listbox::Paint(QPainter &p) {
+    p.save();
+    // What a painter opened on the widget itself starts with.
+    p.setFont(font());
+    p.setPen(palette().color(foregroundRole()));
+    p.setBrush(palette().brush(backgroundRole()));
+    drawFrame(&p);
     const QRect inner = contentsRect();
     p.setClipRect(inner);
     p.fillRect(inner, palette().base());
@@ -123,6 +132,7 @@ void Listbox::paintEvent(QPaintEvent *event) {
         p.setPen(QPen(palette().highlight().color(), 1));
         p.drawRect(rect().adjusted(0, 0, -1, -1));
     }
+    p.restore();
 }
 
 void Listbox::PaintHeading(QPainter &p) {

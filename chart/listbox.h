@@ -55,6 +55,12 @@ class Listbox : public QFrame {
     // Raises the Open event; the window does this once, after building its controls.
     void RaiseOpen();
 
+    // Paints the whole list, frame included, with its top-left corner at the
+    // painter's origin: what the screen shows, for any paint device. Printing
+    // and export use it directly, since rendering the widget at an offset
+    // loses the cells' clipping on the PDF and SVG engines.
+    void Paint(QPainter &p);
+
   protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

@@ -24,6 +24,7 @@ check() {
 }
 
 check -x bin/varnock
+check -x bin/varnock-chart
 check -s share/varnock/VarnockFrets128b.bmp
 check -s share/applications/varnock.desktop
 check -s share/icons/hicolor/128x128/apps/varnock.png
@@ -43,6 +44,16 @@ bmp=$prefix/share/varnock/VarnockFrets128b.bmp
 if [ -f "$bmp" ] && [ "$(head -c 2 "$bmp")" != "BM" ]; then
     echo "VarnockFrets128b.bmp is not a BMP"
     failed=1
+fi
+
+# The companion command runs from where it was installed, with no display.
+if [ -x "$prefix/bin/varnock-chart" ]; then
+    notes=$(env -u DISPLAY -u WAYLAND_DISPLAY HOME="$prefix/home" \
+        "$prefix/bin/varnock-chart" --root D 2>&1 | tail -n 1)
+    if [ "$notes" != "Notes: D F# A" ]; then
+        echo "installed varnock-chart printed: $notes"
+        failed=1
+    fi
 fi
 
 if [ "$failed" = 0 ]; then

@@ -1,0 +1,81 @@
+// Figures for varnock-chart's chord book: every chord type on every root
+// (12 x 32 charts) written as one PDF, in process and as the whole command.
+
+#include "chart/window1.h"
+#include "cli/chartexport.h"
+#include "settings/location.h"
+#include "settings/msgbox.h"
+
+#include <QApplication>
+#include <QProcess>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+double Median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
+
+using Clock = std::chrono::steady_clock;
+
+double Seconds(Clock::time_point from) {
+    return std::chrono::duration<double>(Clock::now() - from).count();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const auto scratch = std::filesystem::temp_directory_path() / "varnock-bench-book";
+    std::filesystem::create_directories(scratch);
+    setenv("XDG_DATA_HOME", (scratch / "data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (scratch / "config").c_str(), 1);
+    QApplication app(argc, argv);
+    varnock::SetMsgBoxHandler(
+        [](const std::string &text) { std::fprintf(stderr, "%s\n", text.c_str()); });
+    varnock::myINI = std::make_shared<varnock::iniClass>(std::nullopt);
+
+    const QString book = QString::fromStdString((scratch / "book.pdf").string());
+    constexpr int kRuns = 5;
+    std::vector<double> inProcess, command;
+    int pages = 0;
+    {
+        varnock::Window1 window;
+        window.Open();
+        const auto roots = varnock::chart::ResolveRoots(window, std::nullopt);
+        const auto chords = varnock::chart::ResolveChords(window, std::nullopt);
+        for (int i = 0; i < kRuns; ++i) {
+            const auto t0 = Clock::now();
+            pages = varnock::chart::WriteBook(book, window, roots, chords);
+            inProcess.push_back(Seconds(t0));
+        }
+    }
+    const auto size = std::filesystem::file_size(scratch / "book.pdf");
+    for (int i = 0; i < kRuns; ++i) {
+        QProcess process;
+        const auto t0 = Clock::now();
+        process.start(QStringLiteral(VARNOCK_CHART_EXE), {QStringLiteral("--book"), book});
+        if (!process.waitForFinished(60000) || process.exitCode() != 0) {
+            std::fprintf(stderr, "varnock-chart --book failed\n");
+            return 1;
+        }
+        command.push_back(Seconds(t0));
+    }
+    varnock::myINI.reset();
+    std::filesystem::remove_all(scratch);
+
+    const double whole = Median(command);
+    std::printf("Chord book, 12 roots x 32 chords: %d pages, %.1f MB\n", pages,
+                static_cast<double>(size) / 1e6);
+    std::printf("WriteBook in process, median of %d: %.2f s\n", kRuns, Median(inProcess));
+    std::printf("varnock-chart --book, median of %d: %.2f s (target under 3 s: %s)\n", kRuns, whole,
+                whole < 3.0 ? "met" : "NOT met");
+    return 0;
+}

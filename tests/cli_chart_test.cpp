@@ -1,0 +1,351 @@
+// varnock-chart: its text and TSV against the worked charts, its images
+// against the window's own pixels, and the binary's handling of bad input.
+
+#include "cli/chartexport.h"
+#include "support.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace varnock;
+using testsupport::Grab;
+using testsupport::OpenWindow;
+
+namespace {
+
+void Select(Window1 &w, const chart::Options &o) {
+    chart::Apply(w, chart::Resolve(w, o));
+}
+
+chart::Options Example1() {
+    chart::Options o;
+    o.frets = "Diatonic";
+    o.strings = "3";
+    o.tuning = "D,A,D";
+    o.root = "D";
+    o.chord = "Maj";
+    return o;
+}
+
+chart::Options Example2() {
+    chart::Options o;
+    o.frets = "Chromatic";
+    o.strings = "4";
+    o.tuning = "D,A,D,G";
+    o.root = "D";
+    o.chord = "7";
+    return o;
+}
+
+std::string Numbers() {
+    std::string s = "0";
+    for (int c = 1; c <= 22; ++c)
+        s += "\t" + std::to_string(c);
+    return s + "\n";
+}
+
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+Outcome RunChart(const QStringList &args) {
+    QProcess p;
+    p.start(QStringLiteral(VARNOCK_CHART_EXE), args);
+    EXPECT_TRUE(p.waitForFinished(60000));
+    return {p.exitCode(), p.readAllStandardOutput().toStdString(),
+            p.readAllStandardError().toStdString()};
+}
+
+int PdfPages(const QString &path) {
+    const std::string pdf = testsupport::ReadBytes(path.toStdString());
+    int count = 0;
+    for (auto at = pdf.find("/Type /Page\n"); at != std::string::npos;
+         at = pdf.find("/Type /Page\n", at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(ChartExport, TsvOfTheDiatonicExample) {
+    OpenWindow w;
+    Select(*w, Example1());
+    const std::string dad = "D\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\n";
+    const std::string a = "A\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\n";
+    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + Numbers() + dad + a + dad);
+}
+
+TEST(ChartExport, TsvOfTheChromaticExample) {
+    OpenWindow w;
+    Select(*w, Example2());
+    const std::string labels =
+        "0\t0+\t1\t1+\t2\t3\t3+\t4\t4+\t5\t6\t6+\t7\t7+\t8\t8+\t9\t10\t10+\t11\t11+\t12\t13\n";
+    const std::string d = "D\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\n";
+    const std::string a = "A\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\n";
+    const std::string g = "\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\n";
+    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + labels + d + a + d + g);
+}
+
+TEST(ChartExport, ModeNumbersReachTheLayoutsTheMenuLacks) {
+    OpenWindow w;
+    chart::Options o = Example1();
+    o.frets = "5";
+    Select(*w, o);
+    EXPECT_EQ(w->PopupMenu9->ListIndex(), 5);
+    // Mode 5 begins two semitones up: no open-string note in column 0, and
+    // F# wherever the period starts again one step on.
+    // Steps 2, 4, 5, 8, 9: on D only F# (4) sounds, on A D (5) and F# (9).
+    std::string d, a;
+    for (int c = 0; c <= 22; ++c) {
+        d += std::string(c ? "\t" : "") + (c % 5 == 1 ? "F#" : "");
+        a += std::string(c ? "\t" : "") + (c % 5 == 2 ? "D" : c % 5 == 4 ? "F#" : "");
+    }
+    const std::string labels = "0" + std::string(22, '\t') + "\n";
+    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + labels + d + "\n" + a + "\n" + d + "\n");
+    EXPECT_EQ(chart::ChartTitle(*w), "D Maj - Layout 5, 3 strings D A D");
+    o.frets = "chromatic";
+    Select(*w, o);
+    EXPECT_EQ(w->PopupMenu9->ListIndex(), 3);
+}
+
+TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
+    OpenWindow w;
+    Select(*w, Example1());
+    const std::string text = chart::ChartText(*w);
+    const std::string expected = "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
+                                 "A      D   F#   A      D     F#    A        D     F#    A\n"
+                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
+                                 "Notes: D F# A\n";
+    EXPECT_EQ(text, expected);
+    Select(*w, Example2());
+    EXPECT_NE(chart::ChartText(*w).find("\nNotes: D F# A C\n"), std::string::npos);
+}
+
+TEST(ChartExport, RootsAnswerToSharpsFlatsAndItemTexts) {
+    OpenWindow w;
+    for (const char *name : {"F#", "Gb", "f#", "gb", "F# / Gb"})
+        EXPECT_EQ(chart::ResolveRoot(*w, name), 9) << name;
+    EXPECT_EQ(chart::ResolveRoot(*w, "A"), 0);
+    EXPECT_THROW(chart::ResolveRoot(*w, "H"), chart::BadInput);
+    EXPECT_THROW(chart::ResolveRoot(*w, "F# /"), chart::BadInput);
+    chart::Options o;
+    o.tuning = "Eb,Bb,Eb";
+    const auto s = chart::Resolve(*w, o);
+    EXPECT_EQ(s.tuning, (std::vector<int>{1, 8, 1}));
+    o.frets = "3";
+    EXPECT_EQ(chart::Resolve(*w, o).frets, 3);
+    o.frets = "diatonic with 6+";
+    EXPECT_EQ(chart::Resolve(*w, o).frets, 1);
+}
+
+TEST(ChartExport, BadValuesNameThemselvesAndTheAcceptedOnes) {
+    OpenWindow w;
+    const auto message = [&](chart::Options o) -> std::string {
+        try {
+            chart::Resolve(*w, o);
+        } catch (const chart::BadInput &e) {
+            return e.what();
+        }
+        return "";
+    };
+    chart::Options o;
+    o.chord = "Maj8";
+    EXPECT_NE(message(o).find("\"Maj8\""), std::string::npos);
+    EXPECT_NE(message(o).find("\"maj7\""), std::string::npos);
+    // Chord names are told apart by more than case.
+    EXPECT_EQ(chart::ResolveChord(*w, "Maj7"), chart::ResolveChord(*w, "maj7"));
+    EXPECT_EQ(chart::ResolveChord(*w, "dim7"), chart::ResolveChord(*w, "Dim7"));
+    EXPECT_NE(chart::ResolveChord(*w, "Maj"), chart::ResolveChord(*w, "maj7"));
+    o = {};
+    o.frets = "Fretless";
+    EXPECT_NE(message(o).find("\"Chromatic\""), std::string::npos);
+    o = {};
+    o.tuning = "D,A,X";
+    EXPECT_NE(message(o).find("\"X\""), std::string::npos);
+    o = {};
+    o.tuning = "D,A";
+    EXPECT_FALSE(message(o).empty());
+    o = {};
+    o.strings = "5";
+    EXPECT_FALSE(message(o).empty());
+    EXPECT_THROW(chart::ParseArguments({"--scale", "3"}), chart::BadInput);
+    EXPECT_THROW(chart::ParseArguments({"--chord"}), chart::BadInput);
+    EXPECT_THROW(chart::ParseArguments({"--bogus"}), chart::BadInput);
+    EXPECT_EQ(chart::ParseArguments({"--root=Gb"}).root, "Gb");
+}
+
+TEST(ChartExport, OneTimesImageHoldsTheWindowsChartPixelForPixel) {
+    OpenWindow w;
+    Select(*w, Example2());
+    const QImage chartPixels = Grab(w->Listbox1);
+    const QImage sheet = chart::RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(sheet.size(), chart::SheetSize(*w));
+    EXPECT_EQ(sheet.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
+    // The notes table stands where the window has it, relative to the chart.
+    const QImage notes = Grab(w->Listbox2);
+    const QPoint at = w->Listbox2->pos() - w->Listbox1->pos();
+    EXPECT_EQ(sheet.copy(QRect(at, notes.size())), notes);
+    EXPECT_EQ(chart::RenderSheet(*w, 2).size(), chart::SheetSize(*w) * 2);
+}
+
+TEST(ChartExport, SvgDrawsBackTheSameSheet) {
+    OpenWindow w;
+    Select(*w, Example2());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("chart.svg"));
+    chart::WriteSvg(path, *w);
+    QSvgRenderer svg(path);
+    ASSERT_TRUE(svg.isValid());
+    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), chart::SheetSize(*w)));
+    QImage back(chart::SheetSize(*w), QImage::Format_RGB32);
+    back.fill(Qt::white);
+    QPainter painter(&back);
+    svg.render(&painter);
+    painter.end();
+    // Every tile comes back pixel for pixel, seen here on a strip at the
+    // right of each cell where no text reaches; elsewhere only the smoothing
+    // of glyph edges and of the list's frame may differ.
+    const QImage sheet = chart::RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
+    // The chart stands at the sheet's origin.
+    const Listbox &list = *w->Listbox1;
+    for (Int row = 0; row < list.ListCount(); ++row)
+        for (Int column = 0; column < list.ColumnCount(); ++column) {
+            const QRect cell = list.CellRect(row, column);
+            for (int y = cell.top(); y <= cell.bottom(); ++y)
+                for (int x = cell.right() - 3; x <= cell.right(); ++x)
+                    ASSERT_EQ(back.pixel(x, y), sheet.pixel(x, y))
+                        << "row " << row << " column " << column << " at " << x << "," << y;
+        }
+    qint64 same = 0;
+    for (int y = 0; y < sheet.height(); ++y)
+        for (int x = 0; x < sheet.width(); ++x)
+            same += sheet.pixel(x, y) == back.pixel(x, y);
+    EXPECT_GT(static_cast<double>(same) / (sheet.width() * sheet.height()), 0.9);
+}
+
+TEST(ChartExport, BookHasAContentsPageAndPagesPerRoot) {
+    OpenWindow w;
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("book.pdf"));
+    const int pages = chart::WriteBook(path, *w, chart::ResolveRoots(*w, std::nullopt),
+                                       chart::ResolveChords(*w, std::nullopt));
+    EXPECT_EQ(pages, 1 + 12 * (32 / chart::kChartsPerPage));
+    EXPECT_EQ(PdfPages(path), pages);
+}
+
+// ---- the installed command itself ----
+
+TEST(ChartCommand, PrintsTheChartAndAgreesWithTheWindowOverASweep) {
+    OpenWindow w;
+    const char *frets[] = {"Diatonic", "Diatonic with 6+", "Diatonic with 1+ and 6+", "Chromatic"};
+    const char *chords[] = {"Maj", "7", "m7", "Dim7"};
+    const char *roots[] = {"A", "C#", "Gb"};
+    for (const char *f : frets)
+        for (const char *strings : {"3", "4"})
+            for (const char *c : chords)
+                for (const char *r : roots) {
+                    chart::Options o;
+                    o.frets = f;
+                    o.strings = strings;
+                    o.tuning = std::string(strings) == "4" ? "E,A,D,G" : "D,A,D";
+                    o.root = r;
+                    o.chord = c;
+                    Select(*w, o);
+                    const Outcome run = RunChart({"--frets", f, "--strings", strings, "--tuning",
+                                                  QString::fromStdString(*o.tuning), "--root", r,
+                                                  "--chord", c, "--tsv"});
+                    ASSERT_EQ(run.status, 0) << run.err;
+                    EXPECT_EQ(run.out, chart::ChartTsv(*w))
+                        << f << " " << strings << " " << r << " " << c;
+                }
+}
+
+TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
+    OpenWindow w;
+    Select(*w, Example1());
+    QTemporaryDir dir;
+    const QString png = dir.filePath(QStringLiteral("chart.png"));
+    const Outcome run = RunChart({"--root", "D", "--png", png});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(run.out.empty());
+    const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
+    const QImage chartPixels = Grab(w->Listbox1);
+    EXPECT_EQ(image.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
+    const QString big = dir.filePath(QStringLiteral("big.png"));
+    ASSERT_EQ(RunChart({"--root", "D", "--png", big, "--scale", "2"}).status, 0);
+    EXPECT_EQ(QImage(big).size(), image.size() * 2);
+}
+
+TEST(ChartCommand, BookOfChosenRootsAndChords) {
+    QTemporaryDir dir;
+    const QString book = dir.filePath(QStringLiteral("book.pdf"));
+    const Outcome run = RunChart(
+        {"--tuning", "G,D,G,C", "--book", book, "--roots", "D, Gb", "--chords", "Maj,m,7,m7,dim7"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    // Contents, then two pages for each root: four charts, then one.
+    EXPECT_EQ(PdfPages(book), 1 + 2 * 2);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+              QStringList{QStringLiteral("book.pdf")});
+}
+
+TEST(ChartCommand, BadInputExitsTwoAndWritesNothing) {
+    QTemporaryDir dir;
+    const QString out = dir.filePath(QStringLiteral("out"));
+    const QStringList bad[] = {
+        {"--chord", "Maj8"},   {"--root", "H"},    {"--frets", "Fretless"}, {"--frets", "6"},
+        {"--tuning", "D,A,Q"}, {"--strings", "5"}, {"--scale", "3"},        {"--nonsense"},
+        {"--book-roots", "A"}, {"--roots", "A,H"}, {"--chords", "Maj,X"},   {"--chord"},
+    };
+    for (const QStringList &args : bad)
+        for (const char *format : {"--png", "--svg", "--pdf", "--book", "--output"}) {
+            const Outcome run = RunChart(args + QStringList{format, out});
+            EXPECT_EQ(run.status, 2) << args.join(' ').toStdString() << " " << format;
+            EXPECT_FALSE(QFile::exists(out)) << args.join(' ').toStdString();
+            // One line naming the bad value.
+            EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        }
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size(), 0);
+}
+
+TEST(ChartCommand, UnwritablePathExitsOne) {
+    QTemporaryDir dir;
+    for (const char *format : {"--png", "--svg", "--pdf", "--book", "--output"}) {
+        const QString out = dir.filePath(QStringLiteral("missing/folder/out"));
+        const Outcome run = RunChart({format, out});
+        EXPECT_EQ(run.status, 1) << format;
+        EXPECT_NE(run.err.find("cannot write"), std::string::npos) << run.err;
+    }
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size(), 0);
+}
+
+TEST(ChartCommand, HelpListsOptionsAndExamples) {
+    const Outcome run = RunChart({"--help"});
+    EXPECT_EQ(run.status, 0);
+    for (const char *word : {"--frets", "--strings", "--tuning", "--root", "--chord",
+                             "--from-settings", "--text", "--tsv", "--png", "--scale", "--svg",
+                             "--pdf", "--book", "--roots", "--chords", "Examples:"})
+        EXPECT_NE(run.out.find(word), std::string::npos) << word;
+}
+
+TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {
+    testsupport::ScratchHome home;
+    const std::string ini =
+        "[Settings]\rFrets=3\rStrings=1\r[Strings]\rOne=0\rTwo=7\rThree=0\rFour=5\r";
+    testsupport::WriteBytes(home.IniFile(), ini);
+    const Outcome run = RunChart({"--from-settings", "--root", "D", "--chord", "7", "--tsv"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out.substr(run.out.find('\n') + 1, 5), "0\t0+\t");
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 6);
+    EXPECT_EQ(testsupport::ReadBytes(home.IniFile()), ini);
+    // Options given still win over the saved ones.
+    const Outcome three =
+        RunChart({"--from-settings", "--strings", "3", "--tuning", "D,A,D", "--tsv"});
+    EXPECT_EQ(std::count(three.out.begin(), three.out.end(), '\n'), 5);
+}

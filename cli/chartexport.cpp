@@ -160,6 +160,8 @@ Options ParseArguments(const std::vector<std::string> &args) {
         const auto value = [&] { return Value(*source, *at); };
         if (arg == "-h" || arg == "--help")
             o.help = true;
+        else if (arg == "--version")
+            o.version = true;
         else if (arg == "--frets")
             o.frets = value();
         else if (arg == "--strings")
@@ -240,6 +242,7 @@ Output (text goes to standard output unless -o is given):
                      with the chart and notes of every chord
   --roots LIST       roots for the book, comma-separated (default: all 12)
   --chords LIST      chords for the book, comma-separated (default: all 32)
+  --version          the version, the same as the program's
   -h, --help         this text
 
 Files are written to a temporary name and renamed when complete.

@@ -38,6 +38,7 @@ struct Options {
     std::optional<std::string> roots, chords; // subsets for the book
     bool fromSettings = false;
     bool help = false;
+    bool version = false;
     bool text = false;
     bool tsv = false;
     std::optional<std::string> output; // for --text / --tsv; stdout if absent

@@ -7,6 +7,7 @@
 #include "settings/folderitem.h"
 #include "settings/location.h"
 #include "settings/msgbox.h"
+#include "version.h"
 
 #include <QApplication>
 
@@ -42,6 +43,10 @@ int Run(int argc, char **argv) {
     }
     if (options.help) {
         std::cout << chart::HelpText();
+        return 0;
+    }
+    if (options.version) {
+        std::cout << "varnock-chart " << kShortVersion << "\n";
         return 0;
     }
 

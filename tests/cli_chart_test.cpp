@@ -3,6 +3,7 @@
 
 #include "cli/chartexport.h"
 #include "support.h"
+#include "version.h"
 
 #include <QImage>
 #include <QPainter>
@@ -330,8 +331,9 @@ TEST(ChartCommand, HelpListsOptionsAndExamples) {
     EXPECT_EQ(run.status, 0);
     for (const char *word : {"--frets", "--strings", "--tuning", "--root", "--chord",
                              "--from-settings", "--text", "--tsv", "--png", "--scale", "--svg",
-                             "--pdf", "--book", "--roots", "--chords", "Examples:"})
+                             "--pdf", "--book", "--roots", "--chords", "--version", "Examples:"})
         EXPECT_NE(run.out.find(word), std::string::npos) << word;
+    EXPECT_EQ(RunChart({"--version"}).out, std::string("varnock-chart ") + kShortVersion + "\n");
 }
 
 TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {

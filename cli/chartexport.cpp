@@ -260,38 +260,40 @@ Examples:
 int ResolveRoot(const Window1 &window, const std::string &text) {
     if (const auto index = FindNote(*window.PopupMenu1, text))
         return *index;
-    std::vector<std::string> accepted;
-    for (const std::string &item : Items(*window.PopupMenu1))
-        accepted.push_back("\"" + item + "\"");
-    Reject("root", text, accepted);
+    Reject("root", text, Quoted(*window.PopupMenu1));
 }
 
 int ResolveChord(const Window1 &window, const std::string &text) {
     return ResolveItem(*window.PopupMenu2, "chord", text);
 }
 
-std::vector<int> ResolveRoots(const Window1 &window, const std::optional<std::string> &list) {
+namespace {
+
+// Every item of the popup when no list is given, else each name resolved.
+template <typename ResolveName>
+std::vector<int> ResolveList(const PopupMenu &popup, const std::optional<std::string> &list,
+                             ResolveName resolve) {
     std::vector<int> out;
     if (!list || list->empty()) {
-        for (Int i = 0; i < window.PopupMenu1->ListCount(); ++i)
+        for (Int i = 0; i < popup.ListCount(); ++i)
             out.push_back(static_cast<int>(i));
         return out;
     }
     for (const std::string &name : SplitList(*list))
-        out.push_back(ResolveRoot(window, name));
+        out.push_back(resolve(name));
     return out;
 }
 
+} // namespace
+
+std::vector<int> ResolveRoots(const Window1 &window, const std::optional<std::string> &list) {
+    return ResolveList(*window.PopupMenu1, list,
+                       [&](const std::string &name) { return ResolveRoot(window, name); });
+}
+
 std::vector<int> ResolveChords(const Window1 &window, const std::optional<std::string> &list) {
-    std::vector<int> out;
-    if (!list || list->empty()) {
-        for (Int i = 0; i < window.PopupMenu2->ListCount(); ++i)
-            out.push_back(static_cast<int>(i));
-        return out;
-    }
-    for (const std::string &name : SplitList(*list))
-        out.push_back(ResolveChord(window, name));
-    return out;
+    return ResolveList(*window.PopupMenu2, list,
+                       [&](const std::string &name) { return ResolveChord(window, name); });
 }
 
 Selection Resolve(const Window1 &window, const Options &o) {

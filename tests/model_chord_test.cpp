@@ -2,6 +2,7 @@
 // recomputes: Startup, Init, DisplayChord.
 
 #include "model/chordmodel.h"
+#include "model_support.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 #include <vector>
 
 using namespace varnock;
+using modelsupport::DefaultTuning;
+using modelsupport::Recompute;
 
 namespace {
 
@@ -35,21 +38,6 @@ const std::vector<std::vector<int>> kPeriods = {
     {0, 3, 5, 7, 10},
     {2, 4, 5, 8, 9},
 };
-
-void DefaultTuning(ChordModel &m) {
-    m.BassSelectMenu = -31;
-    m.MiddleSelectMenu = -12;
-    m.MelodySelectMenu = -31;
-    m.ForthSelectMenu = -31;
-}
-
-std::string Recompute(ChordModel &m, Int mode, Int root, Int chord) {
-    m.SelectedChord = root;
-    m.ModeSelectMajor = chord;
-    m.M.Startup(mode);
-    m.Init();
-    return m.DisplayChord();
-}
 
 std::string Row(const ChordModel &m, Int row) {
     std::string line;

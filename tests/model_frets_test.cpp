@@ -1,12 +1,15 @@
 // Fret layouts, tuning and the note under every fret position.
 
 #include "model/chordmodel.h"
+#include "model_support.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 
 using namespace varnock;
+using modelsupport::DefaultTuning;
+using modelsupport::Recompute;
 
 namespace {
 
@@ -23,22 +26,6 @@ constexpr int kFrets[23][6] = {
 // The tuning popup's items, by ListIndex.
 const std::array<std::string, 12> kTuningItems = {"D",  "D#", "E",  "F", "F#", "G",
                                                   "G#", "A",  "A#", "B", "C",  "C#"};
-
-void DefaultTuning(ChordModel &m) {
-    m.BassSelectMenu = -31;
-    m.MiddleSelectMenu = -12;
-    m.MelodySelectMenu = -31;
-    m.ForthSelectMenu = -31;
-}
-
-// One recompute in the main window's order.
-std::string Recompute(ChordModel &m, Int mode, Int root, Int chord) {
-    m.SelectedChord = root;
-    m.ModeSelectMajor = chord;
-    m.M.Startup(mode);
-    m.Init();
-    return m.DisplayChord();
-}
 
 std::vector<std::string> Head(const Array<std::string> &list, std::size_t n) {
     return {list.Items().begin(), list.Items().begin() + static_cast<std::ptrdiff_t>(n)};

@@ -1,10 +1,10 @@
 // Figures for varnock-chart's chord book: every chord type on every root
 // (12 x 32 charts) written as one PDF, in process and as the whole command.
 
-#include "chart/window1.h"
-#include "cli/chartexport.h"
-#include "settings/location.h"
-#include "settings/msgbox.h"
+#include "bench.h"
+#include "chart/controller.h"
+#include "cli/book.h"
+#include "cli/names.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -16,20 +16,9 @@
 #include <filesystem>
 #include <vector>
 
-namespace {
-
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-using Clock = std::chrono::steady_clock;
-
-double Seconds(Clock::time_point from) {
-    return std::chrono::duration<double>(Clock::now() - from).count();
-}
-
-} // namespace
+using bench::Clock;
+using bench::Median;
+using bench::Seconds;
 
 int main(int argc, char **argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -38,22 +27,19 @@ int main(int argc, char **argv) {
     setenv("XDG_DATA_HOME", (scratch / "data").c_str(), 1);
     setenv("XDG_CONFIG_HOME", (scratch / "config").c_str(), 1);
     QApplication app(argc, argv);
-    varnock::SetMsgBoxHandler(
-        [](const std::string &text) { std::fprintf(stderr, "%s\n", text.c_str()); });
-    varnock::myINI = std::make_shared<varnock::iniClass>(std::nullopt);
 
     const QString book = QString::fromStdString((scratch / "book.pdf").string());
     constexpr int kRuns = 5;
     std::vector<double> inProcess, command;
     int pages = 0;
     {
-        varnock::Window1 window;
-        window.Open();
-        const auto roots = varnock::chart::ResolveRoots(window, std::nullopt);
-        const auto chords = varnock::chart::ResolveChords(window, std::nullopt);
+        varnock::ChartController chart;
+        chart.Open();
+        const auto roots = varnock::chart::ResolveRoots(std::nullopt);
+        const auto chords = varnock::chart::ResolveChords(std::nullopt);
         for (int i = 0; i < kRuns; ++i) {
             const auto t0 = Clock::now();
-            pages = varnock::chart::WriteBook(book, window, roots, chords);
+            pages = varnock::chart::WriteBook(book, chart, roots, chords);
             inProcess.push_back(Seconds(t0));
         }
     }
@@ -68,7 +54,6 @@ int main(int argc, char **argv) {
         }
         command.push_back(Seconds(t0));
     }
-    varnock::myINI.reset();
     std::filesystem::remove_all(scratch);
 
     const double whole = Median(command);

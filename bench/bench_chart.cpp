@@ -1,7 +1,9 @@
 // Figures for the main window: one full recompute (FindFrets with both
 // tables rebuilt) and one full repaint of the chart, offscreen.
 
+#include "bench.h"
 #include "chart/window1.h"
+#include "platform/listboxview.h"
 #include "settings/location.h"
 #include "shell/app.h"
 
@@ -16,14 +18,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace {
-
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-} // namespace
+namespace {} // namespace
 
 int main(int argc, char **argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -39,20 +34,21 @@ int main(int argc, char **argv) {
     window.Open();
     window.PopupMenu10->SetListIndex(1);
 
-    using Clock = std::chrono::steady_clock;
+    using bench::Clock;
     std::vector<double> recompute, repaint;
-    QImage target(window.Listbox1->size(), QImage::Format_RGB32);
+    QWidget *chart = window.ControlView("Listbox1");
+    QImage target(chart->size(), QImage::Format_RGB32);
     for (int i = 0; i < 2000; ++i) {
         window.PopupMenu2->SetListIndex(i % 32); // FindFrets runs inside the setter
         auto t0 = Clock::now();
         window.FindFrets();
         auto t1 = Clock::now();
-        window.Listbox1->render(&target);
+        chart->render(&target);
         auto t2 = Clock::now();
         recompute.push_back(std::chrono::duration<double, std::micro>(t1 - t0).count());
         repaint.push_back(std::chrono::duration<double, std::micro>(t2 - t1).count());
     }
-    const double r = Median(recompute), p = Median(repaint);
+    const double r = bench::Median(recompute), p = bench::Median(repaint);
     std::printf("FindFrets (model + both tables), median: %8.1f us\n", r);
     std::printf("Chart repaint (5 rows x 23 cells), median: %8.1f us\n", p);
     std::printf("Recompute + repaint: %.3f ms (target under 2 ms: %s)\n", (r + p) / 1000.0,

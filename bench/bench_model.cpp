@@ -1,6 +1,7 @@
 // Times the full recompute the main window runs on every selection change:
 // Startup(mode), Init(), DisplayChord(), over every layout, root and chord type.
 
+#include "bench.h"
 #include "model/chordmodel.h"
 
 #include <algorithm>
@@ -12,26 +13,18 @@ using namespace varnock;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using bench::Clock;
+using bench::Median;
 
 constexpr int kSweeps = 200;
 constexpr int kRecomputesPerSweep = 6 * 12 * 32;
 constexpr double kTargetMicros = 20.0;
 
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    const std::size_t n = values.size();
-    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2.0;
-}
-
 } // namespace
 
 int main() {
     ChordModel model;
-    model.BassSelectMenu = -31;
-    model.MiddleSelectMenu = -12;
-    model.MelodySelectMenu = -31;
-    model.ForthSelectMenu = -31;
+    model.SetStartValues();
 
     // Folded into the output so no recompute can be optimised away.
     std::size_t checksum = 0;

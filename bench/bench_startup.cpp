@@ -39,7 +39,7 @@ int Child(int argc, char **argv) {
     varnock::TheApp().Event_Open();
     auto *window = new varnock::Window1;
     FirstPaint filter;
-    window->Listbox1->installEventFilter(&filter);
+    window->ControlView("Listbox1")->installEventFilter(&filter);
     window->Open();
     window->show();
     return QApplication::exec();

@@ -3,8 +3,8 @@
 // What the two tables paint in each cell, as plain functions of plain data,
 // and the one routine that draws a cell tile (fill, then frame).
 
-#include "chart/graphics.h"
-#include "model/basic.h"
+#include "platform/basic.h"
+#include "platform/graphics.h"
 
 #include <optional>
 #include <string>

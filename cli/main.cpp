@@ -1,12 +1,16 @@
 // varnock-chart: prints and exports Varnock's chord chart from the command
-// line. It drives a real main window that is never shown, so what it writes
-// is what the program would show.
+// line. It runs the program's own chart controller on controls that are
+// never shown, so what it writes is what the program would show.
 
-#include "chart/window1.h"
-#include "cli/chartexport.h"
-#include "settings/folderitem.h"
+#include "chart/controller.h"
+#include "cli/book.h"
+#include "cli/chartdoc.h"
+#include "cli/names.h"
+#include "cli/options.h"
+#include "cli/writers.h"
+#include "platform/msgbox.h"
 #include "settings/location.h"
-#include "settings/msgbox.h"
+#include "settings/selections.h"
 #include "version.h"
 
 #include <QApplication>
@@ -23,13 +27,49 @@ namespace {
 constexpr int kBadInput = 2;
 constexpr int kWriteFailed = 1;
 
-// The settings file the program itself reads; only ever read here.
-std::optional<FolderItem> SettingsFile() {
-    const auto data = SpecialFolderApplicationData();
-    if (!data)
-        return std::nullopt;
-    const auto folder = data->Child("HelmfordVarnock");
-    return folder ? folder->Child("Varnock.ini") : std::nullopt;
+// The chart as the program opens it; with a settings store, the layout,
+// strings and tuning saved there are restored as the window restores them.
+class ExportChart : public ChartController {
+  public:
+    explicit ExportChart(iniClass *settings) : settings_(settings) {}
+
+  protected:
+    void RestoreSaved() override {
+        if (settings_)
+            RestoreSelections(*settings_, SavedPopups());
+    }
+
+  private:
+    iniClass *settings_;
+};
+
+void Export(const chart::Options &options, ChartController &chart) {
+    const chart::Selection selection = chart::Resolve(options);
+    std::vector<int> roots, chords;
+    if (options.book) {
+        roots = chart::ResolveRoots(options.roots);
+        chords = chart::ResolveChords(options.chords);
+    } else if (options.roots || options.chords) {
+        throw chart::BadInput("--roots and --chords go with --book only");
+    }
+    chart::Apply(chart, selection);
+
+    const bool files = options.png || options.svg || options.pdf || options.book;
+    if (options.text || options.tsv || options.output || !files) {
+        const std::string text = options.tsv ? chart::ChartTsv(chart) : chart::ChartText(chart);
+        if (options.output)
+            chart::WriteTextFile(QString::fromStdString(*options.output), text);
+        else
+            std::cout << text << std::flush;
+    }
+    if (options.png)
+        chart::WritePng(QString::fromStdString(*options.png), chart, options.scale);
+    if (options.svg)
+        chart::WriteSvg(QString::fromStdString(*options.svg), chart);
+    if (options.pdf)
+        chart::WritePdf(QString::fromStdString(*options.pdf), chart);
+    if (options.book)
+        chart::WriteBook(QString::fromStdString(*options.book), chart, roots, chords);
 }
 
 int Run(int argc, char **argv) {
@@ -50,7 +90,7 @@ int Run(int argc, char **argv) {
         return 0;
     }
 
-    // No display is needed: the window is only ever painted into files.
+    // No display is needed: the chart is only ever painted into files.
     if (!std::getenv("QT_QPA_PLATFORM"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     // Qt's own warnings (such as about XDG_RUNTIME_DIR offscreen) would bury
@@ -63,52 +103,23 @@ int Run(int argc, char **argv) {
     // A modal box would wait forever with nobody to see it.
     SetMsgBoxHandler(
         [](const std::string &text) { std::cerr << "varnock-chart: " << text << "\n"; });
-    myINI = std::make_shared<iniClass>(options.fromSettings ? SettingsFile() : std::nullopt);
+    // Only ever read: nothing here saves the selections.
+    std::unique_ptr<iniClass> settings;
+    if (options.fromSettings)
+        settings = std::make_unique<iniClass>(SettingsFile());
 
-    int status = 0;
-    {
-        auto window = std::make_unique<Window1>();
-        window->Open();
-        try {
-            const chart::Selection selection = chart::Resolve(*window, options);
-            std::vector<int> roots, chords;
-            if (options.book) {
-                roots = chart::ResolveRoots(*window, options.roots);
-                chords = chart::ResolveChords(*window, options.chords);
-            } else if (options.roots || options.chords) {
-                throw chart::BadInput("--roots and --chords go with --book only");
-            }
-            chart::Apply(*window, selection);
-
-            const bool files = options.png || options.svg || options.pdf || options.book;
-            if (options.text || options.tsv || options.output || !files) {
-                const std::string text =
-                    options.tsv ? chart::ChartTsv(*window) : chart::ChartText(*window);
-                if (options.output)
-                    chart::WriteTextFile(QString::fromStdString(*options.output), text);
-                else
-                    std::cout << text << std::flush;
-            }
-            if (options.png)
-                chart::WritePng(QString::fromStdString(*options.png), *window, options.scale);
-            if (options.svg)
-                chart::WriteSvg(QString::fromStdString(*options.svg), *window);
-            if (options.pdf)
-                chart::WritePdf(QString::fromStdString(*options.pdf), *window);
-            if (options.book)
-                chart::WriteBook(QString::fromStdString(*options.book), *window, roots, chords);
-        } catch (const chart::BadInput &e) {
-            std::cerr << "varnock-chart: " << e.what() << "\n";
-            status = kBadInput;
-        } catch (const chart::WriteFailed &e) {
-            std::cerr << "varnock-chart: " << e.what() << "\n";
-            status = kWriteFailed;
-        }
-        // The window goes before the application; it is never closed, since
-        // closing it would save the settings.
+    ExportChart chart(settings.get());
+    chart.Open();
+    try {
+        Export(options, chart);
+    } catch (const chart::BadInput &e) {
+        std::cerr << "varnock-chart: " << e.what() << "\n";
+        return kBadInput;
+    } catch (const chart::WriteFailed &e) {
+        std::cerr << "varnock-chart: " << e.what() << "\n";
+        return kWriteFailed;
     }
-    myINI.reset();
-    return status;
+    return 0;
 }
 
 } // namespace

@@ -86,6 +86,15 @@ void Module1::Startup(Int mode) {
     NoteList = Array<std::string>{"A", "A#", "B", "C", "C#", "D", "D#", "E", "F", "F#", "G", "G#"};
 }
 
+void ChordModel::SetStartValues() {
+    MiddleSelectMenu = -12;
+    BassSelectMenu = -31;
+    MelodySelectMenu = -31;
+    ForthSelectMenu = -31;
+    ModeSelectMajor = 0;
+    ModeSelectOther = -1;
+}
+
 void ChordModel::Init() {
     SpellAll(M.MajorChords, M.MajorChordsInt, M.AllMajorChords);
     SpellAll(M.ExtendedChords, M.ExtendedChordsInt, M.AllExtendedChords);

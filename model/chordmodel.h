@@ -6,7 +6,7 @@
 // chord routines that belong to the main window, so the whole computation runs
 // (and is tested) without a window.
 
-#include "model/basic.h"
+#include "platform/basic.h"
 
 #include <string>
 
@@ -39,15 +39,20 @@ class ChordModel {
     Module1 M;
 
     // Selection properties (signed 64-bit, 0 / False at creation).
-    Int SelectedChord = 0;  // the root's note index
-    Int ModeSelectMajor = 0;  // index of MajorChordsInt
-    Int ModeSelectOther = 0;  // index of ObscureChordsInt, -1 for none
+    Int SelectedChord = 0;   // the root's note index
+    Int ModeSelectMajor = 0; // index of MajorChordsInt
+    Int ModeSelectOther = 0; // index of ObscureChordsInt, -1 for none
     // Rows 0..4, columns 0..24; rows 1..4 and columns 0..22 are used.
     Array2<std::string> TableOne{4, 24};
     // Tuning properties: popup index minus 31 (any value congruent mod 12 names the same note).
     Int MiddleSelectMenu = 0, MelodySelectMenu = 0, BassSelectMenu = 0;
     std::string Note1, Note2, Note3, Note4;
     Int ForthSelectMenu = 0;
+
+    // The values the window gives the selection properties as it opens: the
+    // tuning D, A, D and D (the middle string's -12 names A as -24 would),
+    // the first chord type and none of the other list.
+    void SetStartValues();
 
     void Init();
     void FretArrayUpdate();

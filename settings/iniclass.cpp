@@ -1,7 +1,7 @@
 #include "settings/iniclass.h"
 
-#include "settings/msgbox.h"
-#include "settings/textstream.h"
+#include "platform/msgbox.h"
+#include "platform/textstream.h"
 
 #include <utility>
 

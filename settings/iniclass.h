@@ -17,8 +17,8 @@
 //  - a rewrite keeps every byte it does not have to change.
 // Each operation catches everything and tells the user with MsgBox.
 
-#include "model/basic.h"
-#include "settings/folderitem.h"
+#include "platform/basic.h"
+#include "platform/folderitem.h"
 
 #include <optional>
 #include <string>

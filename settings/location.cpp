@@ -1,6 +1,6 @@
 #include "settings/location.h"
 
-#include "settings/folderitem.h"
+#include "platform/folderitem.h"
 
 namespace varnock {
 
@@ -30,6 +30,12 @@ void CheckINILocation(const std::string &folderName) {
     } catch (...) {
         // Nothing to bring over is not the user's problem.
     }
+}
+
+std::optional<FolderItem> SettingsFile() {
+    const std::optional<FolderItem> data = SpecialFolderApplicationData();
+    const std::optional<FolderItem> folder = data ? data->Child(kFolderName) : std::nullopt;
+    return folder ? folder->Child(kFileName) : std::nullopt;
 }
 
 void SetupINI() {

@@ -7,6 +7,7 @@
 #include "settings/iniclass.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace varnock {
@@ -25,5 +26,9 @@ void CheckINILocation(const std::string &folderName);
 // it. The file itself is not created. Catches nothing: a nil data folder
 // raises NilObjectException.
 void SetupINI();
+
+// The settings file in the user's data folder, there or not; nil when the
+// platform names no data folder.
+std::optional<FolderItem> SettingsFile();
 
 } // namespace varnock

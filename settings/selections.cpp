@@ -1,49 +1,38 @@
 #include "settings/selections.h"
 
-#include "chart/window1.h"
-#include "settings/location.h"
+#include "platform/popupmenu.h"
 
 namespace varnock {
 
 namespace {
 
-struct SavedPopup {
+struct Key {
     const char *section;
     const char *key;
-    PopupMenu *Window1::*popup;
 };
 
-// In the order they are restored and saved.
-const SavedPopup kSaved[] = {
-    {"Settings", "Frets", &Window1::PopupMenu9}, {"Settings", "Strings", &Window1::PopupMenu10},
-    {"Strings", "One", &Window1::PopupMenu5},    {"Strings", "Two", &Window1::PopupMenu6},
-    {"Strings", "Three", &Window1::PopupMenu7},  {"Strings", "Four", &Window1::PopupMenu8},
+// In the order they are restored and saved, one for each saved popup.
+const Key kKeys[] = {
+    {"Settings", "Frets"}, {"Settings", "Strings"}, {"Strings", "One"},
+    {"Strings", "Two"},    {"Strings", "Three"},    {"Strings", "Four"},
 };
-
-iniClass &Store() {
-    if (!myINI)
-        throw NilObjectException("the settings store is not set up");
-    return *myINI;
-}
 
 } // namespace
 
-void RestoreSelections(Window1 &window) {
-    bool first = true;
-    for (const SavedPopup &saved : kSaved) {
+void RestoreSelections(iniClass &store, const SavedPopups &popups) {
+    for (std::size_t i = 0; i < popups.size(); ++i) {
         std::string value;
-        const Int found = Store().GetPreference(saved.section, saved.key, value);
+        const Int found = store.GetPreference(kKeys[i].section, kKeys[i].key, value);
         if (found > 0)
-            (window.*saved.popup)->SetListIndex(Truncate(Val(value)));
-        else if (first)
-            (window.*saved.popup)->SetListIndex(0);
-        first = false;
+            popups[i]->SetListIndex(Truncate(Val(value)));
+        else if (i == 0)
+            popups[i]->SetListIndex(0);
     }
 }
 
-void SaveSelections(Window1 &window) {
-    for (const SavedPopup &saved : kSaved)
-        Store().SetPreference(saved.section, saved.key, Str((window.*saved.popup)->ListIndex()));
+void SaveSelections(iniClass &store, const SavedPopups &popups) {
+    for (std::size_t i = 0; i < popups.size(); ++i)
+        store.SetPreference(kKeys[i].section, kKeys[i].key, Str(popups[i]->ListIndex()));
 }
 
 } // namespace varnock

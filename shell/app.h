@@ -1,13 +1,15 @@
 #pragma once
 
-// The application object and the one road down.
+// The application object: start-up before the main window exists, and what
+// the windows reach through the platform (the menu bar, the About box).
 
-#include <functional>
+#include "platform/application.h"
+
 #include <string>
 
 namespace varnock {
 
-class App {
+class App : public Application {
   public:
     // Runs once when the application opens, before the main window exists:
     // quit with the last window, set up the settings store, hide File.
@@ -15,17 +17,11 @@ class App {
     void SetupINI();
     void CheckINILocation(const std::string &folderName);
 
-    bool AutoQuit = false;
+    QMenuBar *MenuBar() override;
+    void ShowAboutBox(QWidget *parent) override;
 };
 
 // The one application object.
 App &TheApp();
-
-// Ends the program: leaves the event loop, after which the process exits.
-void AppQuit();
-
-// Replaces what AppQuit does (tests count the calls instead of quitting). An
-// empty handler restores the real one. Gives back the previous handler.
-std::function<void()> SetAppQuitHandler(std::function<void()> handler);
 
 } // namespace varnock

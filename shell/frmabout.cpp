@@ -1,6 +1,6 @@
 #include "shell/frmabout.h"
 
-#include "shell/picture.h"
+#include "platform/picture.h"
 #include "version.h"
 
 #include <QApplication>
@@ -146,6 +146,15 @@ void ShowAbout(QWidget *parent) {
 
 frmAbout *OpenAbout() {
     return OpenAboutSlot().data();
+}
+
+const QPixmap &VarnockFrets128b() {
+    // Deliberately never freed: a pixmap must not outlive the QApplication's
+    // paint machinery in a static destructor, and the picture is meant to last
+    // as long as the process anyway.
+    static const QPixmap *const picture =
+        new QPixmap(LoadPicture(QStringLiteral("VarnockFrets128b.bmp")));
+    return *picture;
 }
 
 } // namespace varnock

@@ -60,4 +60,9 @@ void ShowAbout(QWidget *parent);
 // The About box that ShowAbout() has open right now, or nullptr.
 frmAbout *OpenAbout();
 
+// The About picture, "VarnockFrets128b.bmp", 128 x 128. Loaded at the first
+// call and kept for the life of the program; every call returns the same
+// object. Null when the file is missing. Needs the QApplication to exist.
+const QPixmap &VarnockFrets128b();
+
 } // namespace varnock

@@ -1,8 +1,8 @@
 // Varnock: the chord chart for three- and four-string fretted instruments.
 
 #include "chart/window1.h"
+#include "platform/termination.h"
 #include "shell/app.h"
-#include "shell/termination.h"
 
 #include <QApplication>
 

@@ -1,5 +1,6 @@
 #include "shell/menubar1.h"
 
+#include "platform/application.h"
 #include "shell/frmabout.h"
 
 #include <QAction>
@@ -8,8 +9,6 @@
 #include <QList>
 #include <QMenu>
 #include <QPointer>
-
-#include <utility>
 
 namespace varnock {
 
@@ -49,15 +48,9 @@ void MenuBar1::HideFileMenu() {
     FileMenu->menuAction()->setVisible(false);
 }
 
-void MenuBar1::SetAboutHandler(std::function<void()> handler) {
-    aboutHandler_ = std::move(handler);
-}
-
 void MenuBar1::AboutAction() {
-    if (aboutHandler_) {
-        aboutHandler_();
+    if (parentWidget() != nullptr && RunMenuHandler(window(), "mnuAbout"))
         return;
-    }
     // Before the bar sits in a window it is a hidden top-level of its own,
     // which would make a poor parent.
     ShowAbout(parentWidget() != nullptr ? window() : QApplication::activeWindow());

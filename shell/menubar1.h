@@ -11,8 +11,6 @@
 
 #include <QMenuBar>
 
-#include <functional>
-
 class QAction;
 class QMenu;
 
@@ -26,20 +24,15 @@ class MenuBar1 : public QMenuBar {
     // by its shortcut.
     void HideFileMenu();
 
-    // Routes the About item through `handler`, typically the main window's
-    // own menu handler. An empty handler restores the default, which shows
-    // the About box over the bar's window.
-    void SetAboutHandler(std::function<void()> handler);
-
     QMenu *FileMenu = nullptr;
     QAction *FileQuit = nullptr;
     QMenu *mnuHelpMenu = nullptr;
     QAction *mnuAbout = nullptr;
 
   private:
+    // The window's own handler for the item when it has one, else the About
+    // box over the bar's window.
     void AboutAction();
-
-    std::function<void()> aboutHandler_;
 };
 
 // The one live menu bar, created on first use with no parent. Hand it to the

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 using namespace varnock;
+using testsupport::CellRect;
 using testsupport::Grab;
 using testsupport::OpenWindow;
 using testsupport::Pixel;
@@ -61,11 +62,11 @@ bool CellHasColour(const QImage &image, const QRect &cell, unsigned color) {
 TEST(ChartPixels, TilesFramesAndBands) {
     OpenWindow w;
     w->PopupMenu10->SetListIndex(1); // four strings: grey, green, grey, green
-    const QImage image = Grab(w->Listbox1);
+    const QImage image = Grab(w->ControlView("Listbox1"));
 
     // A grey gradient tile in row 1, a green one in row 2, sampled mid-cell.
-    const QRect grey = w->Listbox1->CellRect(1, 5);
-    const QRect green = w->Listbox1->CellRect(2, 5);
+    const QRect grey = CellRect(*w, w->Listbox1, 1, 5);
+    const QRect green = CellRect(*w, w->Listbox1, 2, 5);
     ASSERT_EQ(grey.height(), 23);
     const int gx = grey.left() + grey.width() / 2;
     EXPECT_EQ(Pixel(image, gx, grey.top() + 1), 0xFCFDFEu);
@@ -74,13 +75,13 @@ TEST(ChartPixels, TilesFramesAndBands) {
     EXPECT_EQ(Pixel(image, gx, green.top() + 1), 0xF9FEFBu);
     EXPECT_EQ(Pixel(image, gx, green.top() + 2), 0xF5FEF7u);
     EXPECT_EQ(Pixel(image, gx, green.top() + 11), 0xD5FED6u);
-    EXPECT_EQ(Pixel(image, gx, w->Listbox1->CellRect(4, 5).top() + 11), 0xD5FED6u);
-    EXPECT_EQ(Pixel(image, gx, w->Listbox1->CellRect(3, 5).top() + 11), 0xF2F3F4u);
+    EXPECT_EQ(Pixel(image, gx, CellRect(*w, w->Listbox1, 4, 5).top() + 11), 0xD5FED6u);
+    EXPECT_EQ(Pixel(image, gx, CellRect(*w, w->Listbox1, 3, 5).top() + 11), 0xF2F3F4u);
 
     // The frame: light top and left, dark bottom and right, light at the two
     // corners where they cross.
     for (const QRect &cell :
-         {grey, green, w->Listbox1->CellRect(0, 3), w->Listbox1->CellRect(1, 0)}) {
+         {grey, green, CellRect(*w, w->Listbox1, 0, 3), CellRect(*w, w->Listbox1, 1, 0)}) {
         const int l = cell.left(), t = cell.top(), r = cell.right(), b = cell.bottom();
         const int mx = l + cell.width() / 2, my = t + cell.height() / 2;
         EXPECT_EQ(Pixel(image, mx, t), 0xF0F0F0u);
@@ -93,31 +94,31 @@ TEST(ChartPixels, TilesFramesAndBands) {
     }
 
     // The label row is flat, the open-string column too, also on green rows.
-    const QRect label = w->Listbox1->CellRect(0, 0);
+    const QRect label = CellRect(*w, w->Listbox1, 0, 0);
     EXPECT_EQ(Pixel(image, label.right() - 2, label.top() + 2), 0xFAFAFAu);
     EXPECT_EQ(Pixel(image, label.right() - 2, label.bottom() - 2), 0xFAFAFAu);
-    const QRect open = w->Listbox1->CellRect(2, 0);
+    const QRect open = CellRect(*w, w->Listbox1, 2, 0);
     EXPECT_EQ(Pixel(image, open.right() - 2, open.top() + 2), 0xEEEEEEu);
     EXPECT_EQ(Pixel(image, open.right() - 2, open.bottom() - 2), 0xEEEEEEu);
 }
 
 TEST(ChartPixels, NoteNamesInTheirColoursAndPlainBelowTheLastRow) {
     OpenWindow w; // A major on D A D: A root, C# second, E third
-    const QImage image = Grab(w->Listbox1);
+    const QImage image = Grab(w->ControlView("Listbox1"));
     // Row 2 (the A string) column 0 holds the root, row 1 column 1 the E.
     EXPECT_EQ(w->Listbox1->Cell(2, 0), "A");
-    EXPECT_TRUE(CellHasColour(image, w->Listbox1->CellRect(2, 0), 0x00AA00));
-    EXPECT_FALSE(CellHasColour(image, w->Listbox1->CellRect(2, 0), 0xBB00BB));
+    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 0), 0x00AA00));
+    EXPECT_FALSE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 0), 0xBB00BB));
     EXPECT_EQ(w->Listbox1->Cell(1, 1), "E");
-    EXPECT_TRUE(CellHasColour(image, w->Listbox1->CellRect(1, 1), 0xBB00BB));
+    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 1, 1), 0xBB00BB));
     EXPECT_EQ(w->Listbox1->Cell(2, 2), "C#");
-    EXPECT_TRUE(CellHasColour(image, w->Listbox1->CellRect(2, 2), 0x0000BB));
+    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 2), 0x0000BB));
     // Labels keep the list's own text colour.
-    EXPECT_FALSE(CellHasColour(image, w->Listbox1->CellRect(0, 1), 0x00AA00));
+    EXPECT_FALSE(CellHasColour(image, CellRect(*w, w->Listbox1, 0, 1), 0x00AA00));
 
     // Three strings: where row 4 would be, the plain list background.
-    const unsigned base = w->Listbox1->palette().base().color().rgb() & 0xFFFFFFu;
-    const QRect below = w->Listbox1->CellRect(4, 5);
+    const unsigned base = w->ControlView("Listbox1")->palette().base().color().rgb() & 0xFFFFFFu;
+    const QRect below = CellRect(*w, w->Listbox1, 4, 5);
     for (int y = below.top(); y < below.top() + 10; ++y)
         for (int x = below.left(); x <= below.right(); ++x)
             ASSERT_EQ(Pixel(image, x, y), base) << x << "," << y;
@@ -131,9 +132,9 @@ TEST(ChartPixels, NoteNamesInTheirColoursAndPlainBelowTheLastRow) {
 TEST(NotesPixels, GreyTilesAndColumnColours) {
     OpenWindow w;
     w->PopupMenu2->SetListIndex(1); // 7: four notes
-    const QImage image = Grab(w->Listbox2);
+    const QImage image = Grab(w->ControlView("Listbox2"));
     for (Int c = 0; c < 4; ++c) {
-        const QRect cell = w->Listbox2->CellRect(0, c);
+        const QRect cell = CellRect(*w, w->Listbox2, 0, c);
         ASSERT_EQ(cell.height(), 22);
         const int mx = cell.right() - 10;
         EXPECT_EQ(Pixel(image, mx, cell.top() + 1), 0xFBFCFDu);

@@ -3,6 +3,7 @@
 
 #include "support.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <gtest/gtest.h>
 
@@ -67,10 +68,10 @@ TEST(Window, OpensWithTheStartSelectionsAndAFullChart) {
               (std::vector<std::string>{"Root", "2nd Note", "3rd Note", "4th Note"}));
     EXPECT_TRUE(w.messages.texts.empty());
     // The controls sit where the layout puts them.
-    EXPECT_EQ(w->Listbox1->geometry(), QRect(76, 111, 810, 136));
-    EXPECT_EQ(w->Listbox2->geometry(), QRect(125, 256, 761, 44));
-    EXPECT_EQ(w->PopupMenu7->geometry(), QRect(20, 199, 49, 20));
-    EXPECT_EQ(w->Label3->text(), "Strings:");
+    EXPECT_EQ(w->ControlView("Listbox1")->geometry(), QRect(76, 111, 810, 136));
+    EXPECT_EQ(w->ControlView("Listbox2")->geometry(), QRect(125, 256, 761, 44));
+    EXPECT_EQ(w->ControlView("PopupMenu7")->geometry(), QRect(20, 199, 49, 20));
+    EXPECT_EQ(static_cast<QLabel *>(w->ControlView("Label3"))->text(), "Strings:");
 }
 
 TEST(Window, DiatonicThreeStringChartOfDMajor) {
@@ -236,7 +237,8 @@ TEST(Window, ValuesBeyondAPopupsItemsAreIgnored) {
 
 TEST(Window, UserChoiceInTheComboRunsTheHandler) {
     OpenWindow w;
-    w->PopupMenu1->setCurrentIndex(3); // as a click on "C" does
+    static_cast<QComboBox *>(w->ControlView("PopupMenu1"))
+        ->setCurrentIndex(3); // as a click on "C" does
     EXPECT_EQ(w->PopupMenu1->ListIndex(), 3);
     EXPECT_EQ(w->Listbox2->Cell(0, 0), "C");
 }

@@ -1,7 +1,11 @@
 // varnock-chart: its text and TSV against the worked charts, its images
 // against the window's own pixels, and the binary's handling of bad input.
 
-#include "cli/chartexport.h"
+#include "chart/sheet.h"
+#include "cli/book.h"
+#include "cli/chartdoc.h"
+#include "cli/names.h"
+#include "cli/writers.h"
 #include "support.h"
 #include "version.h"
 
@@ -19,7 +23,7 @@ using testsupport::OpenWindow;
 namespace {
 
 void Select(Window1 &w, const chart::Options &o) {
-    chart::Apply(w, chart::Resolve(w, o));
+    chart::Apply(w, chart::Resolve(o));
 }
 
 chart::Options Example1() {
@@ -132,25 +136,25 @@ TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
 TEST(ChartExport, RootsAnswerToSharpsFlatsAndItemTexts) {
     OpenWindow w;
     for (const char *name : {"F#", "Gb", "f#", "gb", "F# / Gb"})
-        EXPECT_EQ(chart::ResolveRoot(*w, name), 9) << name;
-    EXPECT_EQ(chart::ResolveRoot(*w, "A"), 0);
-    EXPECT_THROW(chart::ResolveRoot(*w, "H"), chart::BadInput);
-    EXPECT_THROW(chart::ResolveRoot(*w, "F# /"), chart::BadInput);
+        EXPECT_EQ(chart::ResolveRoot(name), 9) << name;
+    EXPECT_EQ(chart::ResolveRoot("A"), 0);
+    EXPECT_THROW(chart::ResolveRoot("H"), chart::BadInput);
+    EXPECT_THROW(chart::ResolveRoot("F# /"), chart::BadInput);
     chart::Options o;
     o.tuning = "Eb,Bb,Eb";
-    const auto s = chart::Resolve(*w, o);
+    const auto s = chart::Resolve(o);
     EXPECT_EQ(s.tuning, (std::vector<int>{1, 8, 1}));
     o.frets = "3";
-    EXPECT_EQ(chart::Resolve(*w, o).frets, 3);
+    EXPECT_EQ(chart::Resolve(o).frets, 3);
     o.frets = "diatonic with 6+";
-    EXPECT_EQ(chart::Resolve(*w, o).frets, 1);
+    EXPECT_EQ(chart::Resolve(o).frets, 1);
 }
 
 TEST(ChartExport, BadValuesNameThemselvesAndTheAcceptedOnes) {
     OpenWindow w;
     const auto message = [&](chart::Options o) -> std::string {
         try {
-            chart::Resolve(*w, o);
+            chart::Resolve(o);
         } catch (const chart::BadInput &e) {
             return e.what();
         }
@@ -161,9 +165,9 @@ TEST(ChartExport, BadValuesNameThemselvesAndTheAcceptedOnes) {
     EXPECT_NE(message(o).find("\"Maj8\""), std::string::npos);
     EXPECT_NE(message(o).find("\"maj7\""), std::string::npos);
     // Chord names are told apart by more than case.
-    EXPECT_EQ(chart::ResolveChord(*w, "Maj7"), chart::ResolveChord(*w, "maj7"));
-    EXPECT_EQ(chart::ResolveChord(*w, "dim7"), chart::ResolveChord(*w, "Dim7"));
-    EXPECT_NE(chart::ResolveChord(*w, "Maj"), chart::ResolveChord(*w, "maj7"));
+    EXPECT_EQ(chart::ResolveChord("Maj7"), chart::ResolveChord("maj7"));
+    EXPECT_EQ(chart::ResolveChord("dim7"), chart::ResolveChord("Dim7"));
+    EXPECT_NE(chart::ResolveChord("Maj"), chart::ResolveChord("maj7"));
     o = {};
     o.frets = "Fretless";
     EXPECT_NE(message(o).find("\"Chromatic\""), std::string::npos);
@@ -185,15 +189,15 @@ TEST(ChartExport, BadValuesNameThemselvesAndTheAcceptedOnes) {
 TEST(ChartExport, OneTimesImageHoldsTheWindowsChartPixelForPixel) {
     OpenWindow w;
     Select(*w, Example2());
-    const QImage chartPixels = Grab(w->Listbox1);
-    const QImage sheet = chart::RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
-    ASSERT_EQ(sheet.size(), chart::SheetSize(*w));
+    const QImage chartPixels = Grab(w->ControlView("Listbox1"));
+    const QImage sheet = RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(sheet.size(), SheetSize());
     EXPECT_EQ(sheet.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
     // The notes table stands where the window has it, relative to the chart.
-    const QImage notes = Grab(w->Listbox2);
-    const QPoint at = w->Listbox2->pos() - w->Listbox1->pos();
+    const QImage notes = Grab(w->ControlView("Listbox2"));
+    const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
     EXPECT_EQ(sheet.copy(QRect(at, notes.size())), notes);
-    EXPECT_EQ(chart::RenderSheet(*w, 2).size(), chart::SheetSize(*w) * 2);
+    EXPECT_EQ(RenderSheet(*w, 2).size(), SheetSize() * 2);
 }
 
 TEST(ChartExport, SvgDrawsBackTheSameSheet) {
@@ -204,8 +208,8 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     chart::WriteSvg(path, *w);
     QSvgRenderer svg(path);
     ASSERT_TRUE(svg.isValid());
-    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), chart::SheetSize(*w)));
-    QImage back(chart::SheetSize(*w), QImage::Format_RGB32);
+    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), SheetSize()));
+    QImage back(SheetSize(), QImage::Format_RGB32);
     back.fill(Qt::white);
     QPainter painter(&back);
     svg.render(&painter);
@@ -213,12 +217,12 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     // Every tile comes back pixel for pixel, seen here on a strip at the
     // right of each cell where no text reaches; elsewhere only the smoothing
     // of glyph edges and of the list's frame may differ.
-    const QImage sheet = chart::RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
+    const QImage sheet = RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
     // The chart stands at the sheet's origin.
     const Listbox &list = *w->Listbox1;
     for (Int row = 0; row < list.ListCount(); ++row)
         for (Int column = 0; column < list.ColumnCount(); ++column) {
-            const QRect cell = list.CellRect(row, column);
+            const QRect cell = testsupport::CellRect(*w, w->Listbox1, row, column);
             for (int y = cell.top(); y <= cell.bottom(); ++y)
                 for (int x = cell.right() - 3; x <= cell.right(); ++x)
                     ASSERT_EQ(back.pixel(x, y), sheet.pixel(x, y))
@@ -235,8 +239,8 @@ TEST(ChartExport, BookHasAContentsPageAndPagesPerRoot) {
     OpenWindow w;
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("book.pdf"));
-    const int pages = chart::WriteBook(path, *w, chart::ResolveRoots(*w, std::nullopt),
-                                       chart::ResolveChords(*w, std::nullopt));
+    const int pages = chart::WriteBook(path, *w, chart::ResolveRoots(std::nullopt),
+                                       chart::ResolveChords(std::nullopt));
     EXPECT_EQ(pages, 1 + 12 * (32 / chart::kChartsPerPage));
     EXPECT_EQ(PdfPages(path), pages);
 }
@@ -277,7 +281,7 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(run.out.empty());
     const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
-    const QImage chartPixels = Grab(w->Listbox1);
+    const QImage chartPixels = Grab(w->ControlView("Listbox1"));
     EXPECT_EQ(image.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
     const QString big = dir.filePath(QStringLiteral("big.png"));
     ASSERT_EQ(RunChart({"--root", "D", "--png", big, "--scale", "2"}).status, 0);

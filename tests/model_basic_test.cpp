@@ -1,6 +1,6 @@
 // The text and array helpers the chord model and the settings store lean on.
 
-#include "model/basic.h"
+#include "platform/basic.h"
 
 #include <gtest/gtest.h>
 

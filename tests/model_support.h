@@ -10,10 +10,7 @@
 namespace modelsupport {
 
 inline void DefaultTuning(varnock::ChordModel &m) {
-    m.BassSelectMenu = -31;
-    m.MiddleSelectMenu = -12;
-    m.MelodySelectMenu = -31;
-    m.ForthSelectMenu = -31;
+    m.SetStartValues();
 }
 
 inline std::string Recompute(varnock::ChordModel &m, varnock::Int mode, varnock::Int root,

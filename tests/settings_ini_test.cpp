@@ -2,8 +2,8 @@
 // writes, the way it reads odd files, what it tells the user on failure, and
 // thousands of damaged files made from a few good ones by seeded random edits.
 
+#include "platform/msgbox.h"
 #include "settings/iniclass.h"
-#include "settings/msgbox.h"
 #include "support.h"
 
 #include <QApplication>

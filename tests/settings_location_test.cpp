@@ -2,9 +2,9 @@
 // the older place and the start-up that points the store at the file. Every
 // test runs with HOME and the XDG folders moved to a scratch folder of its own.
 
-#include "settings/folderitem.h"
+#include "platform/folderitem.h"
+#include "platform/msgbox.h"
 #include "settings/location.h"
-#include "settings/msgbox.h"
 #include "support.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The About box, driven as a user would: opened modally, closed by keys.
 
+#include "platform/picture.h"
 #include "shell/frmabout.h"
-#include "shell/picture.h"
 #include "version.h"
 
 #include <QApplication>

@@ -1,5 +1,6 @@
 // The menu bar in a real main window, on the offscreen platform.
 
+#include "platform/application.h"
 #include "shell/frmabout.h"
 #include "shell/menubar1.h"
 
@@ -158,11 +159,13 @@ TEST(MenuBar, AboutShowsTheModalAboutBoxOverTheWindow) {
 TEST(MenuBar, AboutCanBeRoutedThroughTheWindow) {
     WindowWithBar w;
     int calls = 0;
-    w.bar().SetAboutHandler([&calls] { ++calls; });
+    varnock::AddMenuHandler(w.window.get(), "mnuAbout", [&calls] {
+        ++calls;
+        return true;
+    });
     w.bar().mnuAbout->trigger();
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(varnock::OpenAbout(), nullptr);
-    w.bar().SetAboutHandler({});
 }
 
 } // namespace

@@ -4,8 +4,9 @@
 // capture, and a real main window opened on the offscreen platform.
 
 #include "chart/window1.h"
+#include "platform/listboxview.h"
+#include "platform/msgbox.h"
 #include "settings/location.h"
-#include "settings/msgbox.h"
 #include "shell/app.h"
 
 #include <QImage>
@@ -142,6 +143,13 @@ struct OpenWindow {
     varnock::Window1 &operator*() { return *window; }
     varnock::Window1 *operator->() { return window.get(); }
 };
+
+// Where a cell of one of the window's lists lies in that list's widget.
+inline QRect CellRect(varnock::Window1 &w, const varnock::Listbox *list, varnock::Int row,
+                      varnock::Int column) {
+    const char *name = list == w.Listbox1 ? "Listbox1" : "Listbox2";
+    return varnock::ListboxCellRect(*list, w.ControlView(name)->size(), row, column);
+}
 
 inline QImage Grab(QWidget *widget) {
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);

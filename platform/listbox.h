@@ -1,14 +1,12 @@
 #pragma once
 
-// A plain text table with a heading line, drawn cell by cell. For every cell
-// in view it raises a background paint event and then, for rows that exist, a
-// text paint event, each with a Graphics that covers that cell alone. Rows are
-// kept in the order they were added and never sorted. It draws no grid lines.
+// A plain text table with a heading line, as the program sees it: rows kept
+// in the order they were added and never sorted, cells and headings by
+// column, and the events a view raises for it. The object has no widget:
+// ListboxView shows it on screen and PaintListbox draws it onto any painter,
+// both raising the same cell paint events.
 
-#include "chart/graphics.h"
-#include "model/basic.h"
-
-#include <QFrame>
+#include "platform/basic.h"
 
 #include <functional>
 #include <string>
@@ -16,16 +14,19 @@
 
 namespace varnock {
 
-class Listbox : public QFrame {
+class Graphics;
+
+class Listbox {
   public:
-    Listbox(Int columnCount, Int defaultRowHeight, QWidget *parent = nullptr);
+    Listbox(Int columnCount, Int defaultRowHeight);
+    Listbox(const Listbox &) = delete;
+    Listbox &operator=(const Listbox &) = delete;
 
     Int ColumnCount() const { return columnCount_; }
     Int ListCount() const { return static_cast<Int>(rows_.size()); }
     // Index of the row added last, -1 when there is none.
     Int LastIndex() const { return ListCount() - 1; }
     Int DefaultRowHeight() const { return rowHeight_; }
-    static constexpr Int kHeadingHeight = 19;
 
     // Appends a row whose column 0 holds `text`.
     void AddRow(const std::string &text);
@@ -45,9 +46,9 @@ class Listbox : public QFrame {
     Int ListIndex() const { return selected_; }
     void SetListIndex(Int row);
 
-    // Geometry of a cell in widget coordinates (rows from 0 below the heading).
-    QRect CellRect(Int row, Int column) const;
-
+    // Raised for every cell in view, rows that do not exist included: the
+    // background first, then (for existing rows) the text. True from the text
+    // event means the handler drew the text itself.
     std::function<bool(Listbox &, Graphics &, Int row, Int column)> CellBackgroundPaint;
     std::function<bool(Listbox &, Graphics &, Int row, Int column, Int x, Int y)> CellTextPaint;
     std::function<void(Listbox &)> Open;
@@ -55,20 +56,16 @@ class Listbox : public QFrame {
     // Raises the Open event; the window does this once, after building its controls.
     void RaiseOpen();
 
-    // Paints the whole list, frame included, with its top-left corner at the
-    // painter's origin: what the screen shows, for any paint device. Printing
-    // and export use it directly, since rendering the widget at an offset
-    // loses the cells' clipping on the PDF and SVG engines.
-    void Paint(QPainter &p);
-
-  protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    // Told after every change of rows, cells, headings or selection, so that
+    // a view can repaint.
+    std::function<void()> Observer;
 
   private:
-    void PaintHeading(QPainter &p);
-    void PaintCell(QPainter &p, Int row, Int column);
+    void Notify() const {
+        if (Observer)
+            Observer();
+    }
+    bool HasColumn(Int column) const { return column >= 0 && column < columnCount_; }
     std::vector<std::string> &Row(Int row);
     const std::vector<std::string> &Row(Int row) const;
 

@@ -3,7 +3,7 @@
 // A drawing surface for one table cell: origin at the cell's top-left corner,
 // everything outside the cell cut off, one current colour for all drawing.
 
-#include "model/basic.h"
+#include "platform/basic.h"
 
 #include <QFont>
 #include <QRect>

@@ -1,4 +1,4 @@
-#include "chart/graphics.h"
+#include "platform/graphics.h"
 
 #include <QColor>
 #include <QFontMetricsF>

@@ -8,8 +8,12 @@ namespace varnock {
 
 namespace {
 // ASCII only and locale-free: the program runs under whatever locale Qt sets.
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-char Lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+char Lower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
 } // namespace
 
 std::vector<std::string> Split(const std::string &text, const std::string &separator) {
@@ -74,7 +78,8 @@ double Val(const std::string &text) {
     if (result.ec == std::errc::result_out_of_range) {
         // Too small to hold reads as 0, too large as an infinity of its sign.
         const std::string span(first, last);
-        const bool tiny = span.find("e-") != std::string::npos || span.find("E-") != std::string::npos;
+        const bool tiny =
+            span.find("e-") != std::string::npos || span.find("E-") != std::string::npos;
         if (tiny)
             return 0.0;
         return (*first == '-') ? -HUGE_VAL : HUGE_VAL;
@@ -93,7 +98,9 @@ Int Truncate(double value) {
     return static_cast<Int>(value);
 }
 
-std::string Str(Int value) { return std::to_string(value); }
+std::string Str(Int value) {
+    return std::to_string(value);
+}
 
 Int InStr(const std::string &text, const std::string &pattern) {
     if (pattern.size() > text.size())
@@ -126,6 +133,8 @@ std::string Right(const std::string &text, Int n) {
     return text.substr(static_cast<std::size_t>(len - n));
 }
 
-Int Len(const std::string &text) { return static_cast<Int>(text.size()); }
+Int Len(const std::string &text) {
+    return static_cast<Int>(text.size());
+}
 
 } // namespace varnock

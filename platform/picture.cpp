@@ -1,4 +1,4 @@
-#include "shell/picture.h"
+#include "platform/picture.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -28,15 +28,6 @@ QPixmap LoadPicture(const QString &fileName) {
         return QPixmap();
     }
     return QPixmap(path);
-}
-
-const QPixmap &VarnockFrets128b() {
-    // Deliberately never freed: a pixmap must not outlive the QApplication's
-    // paint machinery in a static destructor, and the picture is meant to last
-    // as long as the process anyway.
-    static const QPixmap *const picture =
-        new QPixmap(LoadPicture(QStringLiteral("VarnockFrets128b.bmp")));
-    return *picture;
 }
 
 } // namespace varnock

@@ -1,4 +1,4 @@
-#include "settings/msgbox.h"
+#include "platform/msgbox.h"
 
 #include <QApplication>
 #include <QMessageBox>

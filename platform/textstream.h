@@ -6,7 +6,7 @@
 // folder, a pipe, a device) counts as a file that cannot be opened, which
 // also means no open can ever block. A nil stream is an empty unique_ptr.
 
-#include "settings/folderitem.h"
+#include "platform/folderitem.h"
 
 #include <filesystem>
 #include <memory>

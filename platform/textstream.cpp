@@ -1,6 +1,6 @@
-#include "settings/textstream.h"
+#include "platform/textstream.h"
 
-#include "model/basic.h"
+#include "platform/basic.h"
 
 #include <cerrno>
 #include <cstring>

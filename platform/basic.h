@@ -67,8 +67,7 @@ template <class T> class Array {
 template <class T> class Array2 {
   public:
     Array2(Int ubound1, Int ubound2)
-        : rows_(ubound1 + 1), cols_(ubound2 + 1),
-          items_(static_cast<std::size_t>(rows_ * cols_)) {}
+        : rows_(ubound1 + 1), cols_(ubound2 + 1), items_(static_cast<std::size_t>(rows_ * cols_)) {}
 
     Int Ubound1() const { return rows_ - 1; }
     Int Ubound2() const { return cols_ - 1; }

@@ -1,7 +1,7 @@
-#include "settings/folderitem.h"
+#include "platform/folderitem.h"
 
-#include "model/basic.h"
-#include "settings/textstream.h"
+#include "platform/basic.h"
+#include "platform/textstream.h"
 
 #include <QByteArray>
 #include <QFile>

@@ -1,0 +1,72 @@
+#include "chart/controls.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace varnock {
+
+namespace items {
+const std::array<const char *, 12> kRoots = {
+    "A", "A# / Bb", "B", "C", "C# / Db", "D", "D# / Eb", "E", "F", "F# / Gb", "G", "G# / Ab"};
+const std::array<const char *, 32> kChords = {
+    "Maj",   "7",  "maj7",   "m",     "m7",    "Dim", "Dim7", "Sus2", "Sus4", "add9", "madd9",
+    "Aug",   "2",  "5",      "6",     "6/9",   "9/6", "9",    "11",   "13",   "maj9", "maj11",
+    "maj13", "m6", "maj6/9", "mmaj7", "mmaj9", "m9",  "m11",  "m13",  "7/6",  "7sus4"};
+const std::array<const char *, 18> kOtherChords = {
+    "---", "-5",   "maj7+5", "m7-5",  "7-9",  "7+9",  "7-5",   "7+5",  "9-5",
+    "9+5", "11-9", "13-9",   "13+11", "7/13", "-9+5", "-9+11", "-9-5", "+11"};
+const std::array<const char *, 12> kTuning = {"D",  "D#", "E",  "F", "F#", "G",
+                                              "G#", "A",  "A#", "B", "C",  "C#"};
+const std::array<const char *, 4> kLayouts = {"Diatonic", "Diatonic with 6+",
+                                              "Diatonic with 1+ and 6+", "Chromatic"};
+const std::array<const char *, 4> kNotesHeadings = {"Root", "2nd Note", "3rd Note", "4th Note"};
+const std::array<const char *, 24> kHeadingsMode1 = {
+    "0",  "1",  "2",  "3",   "4",  "5",  "6",  "6+", "7",  "8",  "9",  "10",
+    "11", "12", "13", "13+", "14", "15", "16", "17", "18", "19", "20", "21"};
+const std::array<const char *, 24> kHeadingsMode2 = {
+    "0", "1",  "1+", "2",  "3",  "4",   "5",  "6",  "6+",  "7",  "8",  "8+",
+    "9", "10", "11", "12", "13", "13+", "14", "15", "15+", "16", "17", "18"};
+const std::array<const char *, 24> kChromaticLabels = {
+    "0", "0+", "1", "1+", "2", "3",  "3+",  "4",  "4+",  "5",  "6",  "6+",
+    "7", "7+", "8", "8+", "9", "10", "10+", "11", "11+", "12", "13", "13+"};
+} // namespace items
+
+namespace {
+const std::array<const char *, 2> kStringCounts = {"3", "4"};
+const std::array<const char *, 1> kChordLabel = {"Chord:"};
+const std::array<const char *, 1> kFretsLabel = {"Frets:"};
+const std::array<const char *, 1> kStringsLabel = {"Strings:"};
+const std::array<const char *, 1> kNotesLabel = {"Notes:"};
+constexpr std::span<const char *const> kNone;
+using K = ControlKind;
+} // namespace
+
+// clang-format off
+const std::array<ControlSpec, 15> kControls = {{
+    // name          kind          left top  width height tab visible items
+    {"PopupMenu2",  K::PopupMenu, 235,  77, 138,  20,    2,  true,  items::kChords},
+    {"PopupMenu4",  K::PopupMenu, 523,  78, 138,  20,    4,  false, items::kOtherChords},
+    {"PopupMenu1",  K::PopupMenu, 125,  77,  85,  20,    1,  true,  items::kRoots},
+    {"PopupMenu5",  K::PopupMenu,  20, 153,  49,  20,    5,  true,  items::kTuning},
+    {"PopupMenu6",  K::PopupMenu,  20, 175,  49,  20,    6,  true,  items::kTuning, 7},
+    {"PopupMenu7",  K::PopupMenu,  20, 199,  49,  20,    7,  true,  items::kTuning},
+    {"Listbox1",    K::Listbox,    76, 111, 810, 136,    8,  true,  kNone, 0, 23, 23},
+    {"Listbox2",    K::Listbox,   125, 256, 761,  44,    9,  true,  kNone, 0, 4, 22},
+    {"Label1",      K::Label,      76,  78,  49,  20,   10,  true,  kChordLabel},
+    {"PopupMenu8",  K::PopupMenu,  20, 224,  49,  20,   11,  false, items::kTuning},
+    {"PopupMenu9",  K::PopupMenu, 125,  13, 248,  20,   12,  true,  kNone},
+    {"Label2",      K::Label,      76,  14,  49,  20,   13,  true,  kFretsLabel},
+    {"PopupMenu10", K::PopupMenu, 125,  45,  85,  20,   14,  true,  kStringCounts},
+    {"Label3",      K::Label,      76,  46,  49,  20,   15,  true,  kStringsLabel},
+    {"Label4",      K::Label,      76, 279,  49,  20,   16,  true,  kNotesLabel},
+}};
+// clang-format on
+
+const ControlSpec &ControlByName(std::string_view name) {
+    for (const ControlSpec &control : kControls)
+        if (name == control.name)
+            return control;
+    throw std::out_of_range("no control named " + std::string(name));
+}
+
+} // namespace varnock

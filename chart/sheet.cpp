@@ -1,0 +1,82 @@
+#include "chart/sheet.h"
+
+#include "chart/controller.h"
+#include "chart/controls.h"
+#include "platform/listboxview.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+
+namespace varnock {
+
+namespace {
+
+QRect Place(const char *name) {
+    const ControlSpec &c = ControlByName(name);
+    return QRect(c.left, c.top, c.width, c.height);
+}
+
+QRect SheetRect() {
+    return Place("Listbox1").united(Place("Listbox2")).united(Place("Label4"));
+}
+
+// A label draws its text as the style does for a plain left-aligned label.
+void PaintLabel(QPainter &painter, const char *name) {
+    const ControlSpec &c = ControlByName(name);
+    painter.save();
+    painter.setFont(LabelFont());
+    QApplication::style()->drawItemText(
+        &painter, QRect(0, 0, c.width, c.height),
+        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextExpandTabs | Qt::TextForceLeftToRight,
+        QApplication::palette(), true, QString::fromLatin1(c.items[0]), QPalette::WindowText);
+    painter.restore();
+}
+
+} // namespace
+
+QFont ListFont() {
+    QFont font = QApplication::font();
+    font.setBold(true);
+    font.setPixelSize(12);
+    return font;
+}
+
+QFont LabelFont() {
+    // A touch smaller than the lists' text so "Strings:" fits its 49 pixels.
+    QFont font = ListFont();
+    font.setPixelSize(11);
+    return font;
+}
+
+QSize SheetSize() {
+    return SheetRect().size();
+}
+
+void PaintSheet(QPainter &painter, ChartController &chart) {
+    const QPoint origin = SheetRect().topLeft();
+    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
+    painter.save();
+    painter.translate(Place("Label4").topLeft() - origin);
+    PaintLabel(painter, "Label4");
+    painter.restore();
+    for (const char *name : {"Listbox1", "Listbox2"}) {
+        painter.save();
+        painter.translate(Place(name).topLeft() - origin);
+        PaintListbox(painter, *chart.ListByName(name), Place(name).size(), ListboxLook{ListFont()});
+        painter.restore();
+    }
+}
+
+QImage RenderSheet(ChartController &chart, int scale) {
+    QImage image(SheetSize() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintSheet(painter, chart);
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+} // namespace varnock

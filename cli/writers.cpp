@@ -1,0 +1,94 @@
+#include "cli/writers.h"
+
+#include "chart/sheet.h"
+#include "cli/chartdoc.h"
+#include "cli/options.h"
+
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace varnock::chart {
+
+void Fail(const QString &path, const QString &why) {
+    throw WriteFailed("cannot write " + path.toStdString() + ": " + why.toStdString());
+}
+
+void OpenForWriting(QSaveFile &file) {
+    if (!file.open(QIODevice::WriteOnly))
+        Fail(file.fileName(), file.errorString());
+}
+
+void Commit(QSaveFile &file) {
+    if (!file.commit())
+        Fail(file.fileName(), file.errorString());
+}
+
+void SetupPdf(QPdfWriter &pdf, const QString &title) {
+    pdf.setTitle(title);
+    pdf.setCreator(QStringLiteral("varnock-chart"));
+    pdf.setResolution(kResolution);
+}
+
+void WriteTextFile(const QString &path, const std::string &bytes) {
+    QSaveFile file(path);
+    OpenForWriting(file);
+    if (file.write(bytes.data(), static_cast<qint64>(bytes.size())) !=
+        static_cast<qint64>(bytes.size()))
+        Fail(path, file.errorString());
+    Commit(file);
+}
+
+void WritePng(const QString &path, ChartController &chart, int scale) {
+    const QImage image = RenderSheet(chart, scale);
+    QSaveFile file(path);
+    OpenForWriting(file);
+    if (!image.save(&file, "PNG"))
+        Fail(path, QStringLiteral("PNG encoding failed"));
+    Commit(file);
+}
+
+void WriteSvg(const QString &path, ChartController &chart) {
+    QSaveFile file(path);
+    OpenForWriting(file);
+    {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&file);
+        svg.setSize(SheetSize());
+        svg.setViewBox(QRect(QPoint(0, 0), SheetSize()));
+        // The screen's 96 dpi, so the sizes on paper and the fonts match the PDF.
+        svg.setResolution(kResolution);
+        svg.setTitle(QString::fromStdString(ChartTitle(chart)));
+        QPainter painter;
+        if (!painter.begin(&svg))
+            Fail(path, QStringLiteral("SVG generator failed"));
+        PaintSheet(painter, chart);
+    }
+    Commit(file);
+}
+
+void WritePdf(const QString &path, ChartController &chart) {
+    QSaveFile file(path);
+    OpenForWriting(file);
+    {
+        QPdfWriter pdf(&file);
+        SetupPdf(pdf, QString::fromStdString(ChartTitle(chart)));
+        // A page just the size of the sheet with a small margin.
+        const QSize sheet = SheetSize();
+        const int margin = 16;
+        pdf.setPageSize(QPageSize(QSizeF((sheet.width() + 2 * margin) * 72.0 / kResolution,
+                                         (sheet.height() + 2 * margin) * 72.0 / kResolution),
+                                  QPageSize::Point));
+        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        QPainter painter;
+        if (!painter.begin(&pdf))
+            Fail(path, QStringLiteral("PDF writer failed"));
+        painter.translate(margin, margin);
+        PaintSheet(painter, chart);
+    }
+    Commit(file);
+}
+
+} // namespace varnock::chart

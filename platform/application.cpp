@@ -1,0 +1,80 @@
+#include "platform/application.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+#include <QWidget>
+
+#include <map>
+#include <utility>
+
+namespace varnock {
+
+namespace {
+
+Application *&Current() {
+    static Application *current = nullptr;
+    return current;
+}
+
+std::function<void()> &QuitHandler() {
+    static std::function<void()> handler;
+    return handler;
+}
+
+using Handlers = std::map<std::string, std::function<bool()>>;
+
+std::map<const QWidget *, Handlers> &MenuHandlers() {
+    static std::map<const QWidget *, Handlers> handlers;
+    return handlers;
+}
+
+} // namespace
+
+Application::Application() {
+    Current() = this;
+}
+
+Application::~Application() {
+    if (Current() == this)
+        Current() = nullptr;
+}
+
+Application *CurrentApplication() {
+    return Current();
+}
+
+void AddMenuHandler(QWidget *window, const std::string &item, std::function<bool()> handler) {
+    auto &all = MenuHandlers();
+    if (all.find(window) == all.end())
+        QObject::connect(window, &QObject::destroyed, [window] { MenuHandlers().erase(window); });
+    all[window][item] = std::move(handler);
+}
+
+bool RunMenuHandler(const QWidget *window, const std::string &item) {
+    const auto &all = MenuHandlers();
+    const auto handlers = all.find(window);
+    if (handlers == all.end())
+        return false;
+    const auto handler = handlers->second.find(item);
+    return handler != handlers->second.end() && handler->second && handler->second();
+}
+
+void AppQuit() {
+    if (QuitHandler()) {
+        QuitHandler()();
+        return;
+    }
+    QCoreApplication::exit(0);
+}
+
+std::function<void()> SetAppQuitHandler(std::function<void()> handler) {
+    return std::exchange(QuitHandler(), std::move(handler));
+}
+
+void ReportUnhandledException(const char *what) {
+    qCritical("%s: unhandled exception: %s", qPrintable(QCoreApplication::applicationName()), what);
+    QMessageBox::critical(nullptr, QCoreApplication::applicationName(),
+                          QStringLiteral("An unexpected error occurred:\n%1").arg(what));
+}
+
+} // namespace varnock

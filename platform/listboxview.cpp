@@ -1,0 +1,185 @@
+#include "platform/listboxview.h"
+
+#include "platform/graphics.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
+#include <QStyleOptionHeader>
+
+#include <algorithm>
+
+namespace varnock {
+
+namespace {
+
+// Where the list starts a cell's text of its own accord.
+constexpr int kTextInset = 4;
+constexpr int kFrameWidth = 1;
+
+const QStyle *StyleOf(const ListboxLook &look) {
+    return look.widget ? look.widget->style() : QApplication::style();
+}
+
+QPalette PaletteOf(const ListboxLook &look) {
+    return look.widget ? look.widget->palette() : QApplication::palette();
+}
+
+// What QStyleOption::initFrom gives for the list's widget, or for an enabled
+// list that is not on screen.
+void InitOption(QStyleOption &option, const ListboxLook &look, QSize size) {
+    if (look.widget) {
+        option.initFrom(look.widget);
+    } else {
+        option.state = QStyle::State_Enabled;
+        option.direction = QGuiApplication::layoutDirection();
+        option.palette = QApplication::palette();
+        option.fontMetrics = QFontMetrics(look.font);
+    }
+    option.rect = QRect(QPoint(0, 0), size);
+}
+
+QRect Contents(QSize size) {
+    return QRect(QPoint(0, 0), size).adjusted(kFrameWidth, kFrameWidth, -kFrameWidth, -kFrameWidth);
+}
+
+void PaintFrame(QPainter &p, QSize size, const ListboxLook &look) {
+    QStyleOptionFrame frame;
+    InitOption(frame, look, size);
+    frame.frameShape = QFrame::Box;
+    frame.lineWidth = kFrameWidth;
+    frame.midLineWidth = 0;
+    StyleOf(look)->drawControl(QStyle::CE_ShapedFrame, &frame, &p, look.widget);
+}
+
+void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLook &look) {
+    for (Int column = 0; column < list.ColumnCount(); ++column) {
+        QRect r = ListboxCellRect(list, size, 0, column);
+        r.moveTop(Contents(size).top());
+        r.setHeight(kListboxHeadingHeight);
+        QStyleOptionHeader opt;
+        InitOption(opt, look, size);
+        opt.rect = r;
+        opt.section = static_cast<int>(column);
+        opt.text = QString::fromStdString(list.Heading(column));
+        opt.textAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+        opt.position = QStyleOptionHeader::Middle;
+        opt.state |= QStyle::State_Raised;
+        StyleOf(look)->drawControl(QStyle::CE_Header, &opt, &p, look.widget);
+    }
+}
+
+void PaintCell(QPainter &p, Listbox &list, QSize size, const ListboxLook &look,
+               const QPalette &palette, Int row, Int column) {
+    const QRect r = ListboxCellRect(list, size, row, column);
+    p.setFont(look.font);
+    bool backgroundDone = false;
+    {
+        Graphics g(p, r);
+        if (list.CellBackgroundPaint)
+            backgroundDone = list.CellBackgroundPaint(list, g, row, column);
+    }
+    // The list's own background work is the selection highlight, laid over
+    // whatever the event painted so that painting stays visible.
+    if (!backgroundDone && row == list.ListIndex()) {
+        QColor highlight = palette.highlight().color();
+        highlight.setAlpha(70);
+        p.fillRect(r, highlight);
+    }
+    if (row >= list.ListCount())
+        return;
+    const QFontMetrics fm(look.font);
+    const Int x = kTextInset;
+    const Int y = (r.height() + fm.ascent() - fm.descent()) / 2;
+    bool textDone = false;
+    {
+        Graphics g(p, r);
+        if (list.CellTextPaint)
+            textDone = list.CellTextPaint(list, g, row, column, x, y);
+    }
+    if (!textDone) {
+        Graphics g(p, r);
+        const QColor text = palette.text().color();
+        g.ForeColor(RGB(text.red(), text.green(), text.blue()));
+        g.DrawString(list.Cell(row, column), static_cast<double>(x), static_cast<double>(y));
+    }
+}
+
+} // namespace
+
+QRect ListboxCellRect(const Listbox &list, QSize size, Int row, Int column) {
+    const QRect inner = Contents(size);
+    const Int w = inner.width();
+    const Int columns = list.ColumnCount();
+    const Int x0 = inner.left() + column * w / columns;
+    const Int x1 = inner.left() + (column + 1) * w / columns;
+    const Int y0 = inner.top() + kListboxHeadingHeight + row * list.DefaultRowHeight();
+    return QRect(static_cast<int>(x0), static_cast<int>(y0), static_cast<int>(x1 - x0),
+                 static_cast<int>(list.DefaultRowHeight()));
+}
+
+void PaintListbox(QPainter &p, Listbox &list, QSize size, const ListboxLook &look) {
+    const QPalette palette = PaletteOf(look);
+    p.save();
+    // What a painter opened on a widget starts with.
+    p.setFont(look.font);
+    p.setPen(palette.color(QPalette::WindowText));
+    p.setBrush(palette.brush(QPalette::Window));
+    PaintFrame(p, size, look);
+    const QRect inner = Contents(size);
+    p.setClipRect(inner);
+    p.fillRect(inner, palette.base());
+    PaintHeading(p, list, size, look);
+    const Int rowHeight = list.DefaultRowHeight();
+    const Int visibleRows = (inner.height() - kListboxHeadingHeight + rowHeight - 1) / rowHeight;
+    for (Int row = 0; row < visibleRows; ++row)
+        for (Int column = 0; column < list.ColumnCount(); ++column)
+            PaintCell(p, list, size, look, palette, row, column);
+    if (look.focused) {
+        p.setClipping(false);
+        p.setPen(QPen(palette.highlight().color(), 1));
+        p.drawRect(QRect(QPoint(0, 0), size).adjusted(0, 0, -1, -1));
+    }
+    p.restore();
+}
+
+ListboxView::ListboxView(Listbox &list, QWidget *parent) : QFrame(parent), list_(list) {
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setLineWidth(kFrameWidth);
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoFillBackground(false);
+    list_.Observer = [this] { update(); };
+}
+
+ListboxView::~ListboxView() {
+    list_.Observer = nullptr;
+}
+
+void ListboxView::paintEvent(QPaintEvent *) {
+    QPainter p(this);
+    PaintListbox(p, list_, size(), ListboxLook{font(), this, hasFocus()});
+}
+
+void ListboxView::mousePressEvent(QMouseEvent *event) {
+    const Int y = event->position().toPoint().y() - kFrameWidth - kListboxHeadingHeight;
+    if (y >= 0)
+        list_.SetListIndex(y / list_.DefaultRowHeight());
+    QFrame::mousePressEvent(event);
+}
+
+void ListboxView::keyPressEvent(QKeyEvent *event) {
+    const Int selected = list_.ListIndex();
+    if (event->key() == Qt::Key_Up && list_.ListCount() > 0) {
+        list_.SetListIndex(selected <= 0 ? 0 : selected - 1);
+        return;
+    }
+    if (event->key() == Qt::Key_Down && list_.ListCount() > 0) {
+        list_.SetListIndex(std::min(selected + 1, list_.LastIndex()));
+        return;
+    }
+    QFrame::keyPressEvent(event);
+}
+
+} // namespace varnock

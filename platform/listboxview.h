@@ -1,0 +1,54 @@
+#pragma once
+
+// A Listbox drawn: a one-pixel box frame, the heading line in the style's
+// header look, and every cell in view through the list's paint events, with
+// a Graphics that covers that cell alone. The columns share the width
+// equally. PaintListbox draws onto any painter (screen, image, PDF, SVG);
+// ListboxView is the list on screen.
+
+#include "platform/listbox.h"
+
+#include <QFont>
+#include <QFrame>
+#include <QRect>
+
+class QPainter;
+
+namespace varnock {
+
+// What a list is drawn with besides its content.
+struct ListboxLook {
+    QFont font;
+    // The list's widget when it is on screen: its style, palette and state.
+    // Without one, the application's, as for an enabled list out of focus.
+    const QWidget *widget = nullptr;
+    bool focused = false;
+};
+
+inline constexpr int kListboxHeadingHeight = 19;
+
+// A cell of a list `size` large, in the list's own coordinates (rows from 0
+// below the heading line).
+QRect ListboxCellRect(const Listbox &list, QSize size, Int row, Int column);
+
+// Paints the whole list, frame included, with its top-left corner at the
+// painter's origin.
+void PaintListbox(QPainter &painter, Listbox &list, QSize size, const ListboxLook &look);
+
+class ListboxView : public QFrame {
+  public:
+    ListboxView(Listbox &list, QWidget *parent = nullptr);
+    ~ListboxView() override;
+
+    Listbox &List() const { return list_; }
+
+  protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+  private:
+    Listbox &list_;
+};
+
+} // namespace varnock

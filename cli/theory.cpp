@@ -1,0 +1,182 @@
+#include "cli/theory.h"
+
+#include "model/chordmodel.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cstdlib>
+
+namespace varnock::theory {
+
+namespace {
+
+constexpr std::string_view kLetters = "ABCDEFG";
+// Semitones above A of the natural notes A..G.
+constexpr int kNatural[7] = {0, 2, 3, 5, 7, 8, 10};
+constexpr std::string_view kUnicodeSharp = "\u266F";
+constexpr std::string_view kUnicodeFlat = "\u266D";
+
+// The degrees a musician names, row by row in the chord popup's order. Only the
+// number matters here: it picks the letter; the semitones give the accidental.
+const std::vector<std::vector<int>> kDegrees = {
+    {1, 3, 5},     {1, 3, 5, 7},  {1, 3, 5, 7}, {1, 3, 5},     {1, 3, 5, 7},  {1, 3, 5},
+    {1, 3, 5, 7},  {1, 2, 5},     {1, 4, 5},    {1, 3, 5, 9},  {1, 3, 9},     {1, 3, 5},
+    {1, 2, 3, 5},  {1, 5},        {1, 3, 5, 6}, {1, 3, 6, 9},  {1, 6, 7, 9},  {1, 3, 7, 9},
+    {1, 5, 7, 11}, {1, 5, 7, 13}, {1, 3, 7, 9}, {1, 5, 7, 11}, {1, 3, 7, 13}, {1, 3, 5, 6},
+    {1, 3, 6, 9},  {1, 3, 5, 7},  {1, 3, 7, 9}, {1, 3, 7, 9},  {1, 3, 7, 11}, {1, 3, 7, 13},
+    {1, 3, 6, 7},  {1, 4, 5, 7},
+};
+
+int Mod12(int n) {
+    return (n % 12 + 12) % 12;
+}
+
+struct NoteName {
+    int letter;     // 0..6 for A..G
+    int accidental; // sharps positive, flats negative
+};
+
+std::optional<NoteName> ParseName(std::string_view text) {
+    if (text.empty())
+        return std::nullopt;
+    const auto letter =
+        kLetters.find(static_cast<char>(std::toupper(static_cast<unsigned char>(text[0]))));
+    if (letter == std::string_view::npos)
+        return std::nullopt;
+    int sharps = 0, flats = 0;
+    for (std::size_t i = 1; i < text.size();) {
+        if (text[i] == '#' || text[i] == 'x') {
+            sharps += text[i] == 'x' ? 2 : 1;
+            ++i;
+        } else if (text[i] == 'b') {
+            ++flats;
+            ++i;
+        } else if (text.substr(i).starts_with(kUnicodeSharp)) {
+            ++sharps;
+            i += kUnicodeSharp.size();
+        } else if (text.substr(i).starts_with(kUnicodeFlat)) {
+            ++flats;
+            i += kUnicodeFlat.size();
+        } else {
+            return std::nullopt;
+        }
+    }
+    // Mixed accidentals ("C#b") are a typo, not a way of writing a note.
+    if (sharps > 0 && flats > 0)
+        return std::nullopt;
+    return NoteName{static_cast<int>(letter), sharps - flats};
+}
+
+// Semitones above the root of each note of a formula such as "4,3,3".
+std::vector<int> Offsets(const std::string &formula) {
+    std::vector<int> offsets{0};
+    for (const std::string &step : Split(formula, ",")) {
+        int n = 0;
+        const auto [end, error] = std::from_chars(step.data(), step.data() + step.size(), n);
+        if (error != std::errc() || end != step.data() + step.size())
+            throw BadValue("chord formula \"" + formula + "\" holds \"" + step +
+                           "\"; steps are whole numbers separated by commas");
+        offsets.push_back(Mod12(offsets.back() + n));
+    }
+    return offsets;
+}
+
+const std::string &Formula(const std::vector<std::string> &formulas, int chordIndex) {
+    if (chordIndex < 0 || chordIndex >= static_cast<int>(formulas.size()))
+        throw BadValue("chord index " + std::to_string(chordIndex) + " is outside 0.." +
+                       std::to_string(formulas.size() - 1));
+    return formulas[static_cast<std::size_t>(chordIndex)];
+}
+
+std::vector<std::string> ModelFormulas() {
+    Module1 m;
+    m.Startup(0);
+    return m.MajorChordsInt.Items();
+}
+
+std::vector<std::string> SpellOffsets(std::string_view rootText, int chordIndex,
+                                      const std::vector<int> &offsets) {
+    const auto root = ParseName(rootText);
+    if (!root)
+        throw BadValue("root \"" + std::string(rootText) +
+                       "\" is not a note name: a letter A-G then sharps (#) or flats (b)");
+    const std::vector<int> &degrees = ChordDegrees(chordIndex);
+    if (degrees.size() != offsets.size())
+        throw BadValue("chord " + std::to_string(chordIndex) + " has " +
+                       std::to_string(offsets.size()) + " notes but " +
+                       std::to_string(degrees.size()) + " degrees");
+    std::vector<std::string> names{std::string(rootText)};
+    for (std::size_t i = 1; i < degrees.size(); ++i) {
+        const int letter = (root->letter + degrees[i] - 1) % 7;
+        // How far the natural letter sits from where the interval lands, kept
+        // to -6..5 so it is the small correction a degree needs (b3, #5, bb7).
+        const int delta = Mod12(offsets[i] - (kNatural[letter] - kNatural[root->letter]) + 6) - 6;
+        const int accidental = root->accidental + delta;
+        names.push_back(kLetters[static_cast<std::size_t>(letter)] +
+                        std::string(static_cast<std::size_t>(std::abs(accidental)),
+                                    accidental > 0 ? '#' : 'b'));
+    }
+    return names;
+}
+
+} // namespace
+
+std::optional<int> ParseNote(std::string_view text) {
+    const auto name = ParseName(text);
+    if (!name)
+        return std::nullopt;
+    return Mod12(kNatural[name->letter] + name->accidental);
+}
+
+std::optional<Spelling> ParseSpelling(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (lower == "sharps")
+        return Spelling::Sharps;
+    if (lower == "flats")
+        return Spelling::Flats;
+    if (lower == "chord")
+        return Spelling::Chord;
+    return std::nullopt;
+}
+
+std::string SharpName(int index) {
+    static const char *const names[12] = {"A",  "A#", "B", "C",  "C#", "D",
+                                          "D#", "E",  "F", "F#", "G",  "G#"};
+    return names[Mod12(index)];
+}
+
+std::string FlatName(int index) {
+    static const char *const names[12] = {"A",  "Bb", "B", "C",  "Db", "D",
+                                          "Eb", "E",  "F", "Gb", "G",  "Ab"};
+    return names[Mod12(index)];
+}
+
+const std::vector<int> &ChordDegrees(int chordIndex) {
+    if (chordIndex < 0 || chordIndex >= kChordTypes)
+        throw BadValue("chord index " + std::to_string(chordIndex) + " is outside 0..31");
+    return kDegrees[static_cast<std::size_t>(chordIndex)];
+}
+
+std::vector<std::string> SpellChord(std::string_view rootText, int chordIndex) {
+    static const std::vector<std::string> formulas = ModelFormulas();
+    return SpellOffsets(rootText, chordIndex, Offsets(Formula(formulas, chordIndex)));
+}
+
+std::string Respell(std::string_view sharpName, Spelling spelling,
+                    const std::vector<std::string> &chordSharps,
+                    const std::vector<std::string> &chordSpelled) {
+    const auto note = ParseNote(sharpName);
+    if (!note || spelling == Spelling::Sharps)
+        return std::string(sharpName);
+    if (spelling == Spelling::Flats)
+        return FlatName(*note);
+    for (std::size_t i = 0; i < std::min(chordSharps.size(), chordSpelled.size()); ++i)
+        if (ParseNote(chordSharps[i]) == note)
+            return chordSpelled[i];
+    return std::string(sharpName);
+}
+
+} // namespace varnock::theory

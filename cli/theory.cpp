@@ -3,6 +3,7 @@
 #include "model/chordmodel.h"
 
 #include <algorithm>
+#include <bit>
 #include <cctype>
 #include <charconv>
 #include <cstdlib>
@@ -68,6 +69,13 @@ std::optional<NoteName> ParseName(std::string_view text) {
     return NoteName{static_cast<int>(letter), sharps - flats};
 }
 
+std::string Join(const std::vector<std::string> &items, std::string_view separator) {
+    std::string out;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        out += (i ? std::string(separator) : "") + items[i];
+    return out;
+}
+
 // Semitones above the root of each note of a formula such as "4,3,3".
 std::vector<int> Offsets(const std::string &formula) {
     std::vector<int> offsets{0};
@@ -118,6 +126,15 @@ std::vector<std::string> SpellOffsets(std::string_view rootText, int chordIndex,
                                     accidental > 0 ? '#' : 'b'));
     }
     return names;
+}
+
+// Notes of a chord as a bit set of note indices, so set equality and
+// inclusion are one comparison each.
+unsigned Mask(const std::vector<int> &notes, int root) {
+    unsigned mask = 0;
+    for (int n : notes)
+        mask |= 1u << Mod12(root + n);
+    return mask;
 }
 
 } // namespace
@@ -177,6 +194,103 @@ std::string Respell(std::string_view sharpName, Spelling spelling,
         if (ParseNote(chordSharps[i]) == note)
             return chordSpelled[i];
     return std::string(sharpName);
+}
+
+std::vector<Match> Identify(const std::vector<int> &notes,
+                            const std::vector<std::string> &formulas) {
+    unsigned wanted = 0;
+    std::vector<std::string> names;
+    for (int n : notes) {
+        if (n < 0 || n > 11)
+            throw BadValue("note index " + std::to_string(n) + " is outside 0..11");
+        wanted |= 1u << n;
+        names.push_back(SharpName(n));
+    }
+    const int count = std::popcount(wanted);
+    if (count < 2 || count > 4)
+        throw BadValue("notes \"" + Join(names, ",") + "\" are " + std::to_string(count) +
+                       " different notes; a chord here has 2 to 4");
+    std::vector<std::vector<int>> offsets;
+    for (const std::string &formula : formulas)
+        offsets.push_back(Offsets(formula));
+    std::vector<Match> exact, wider;
+    for (int root = 0; root < 12; ++root)
+        for (int chord = 0; chord < static_cast<int>(offsets.size()); ++chord) {
+            const unsigned mask = Mask(offsets[static_cast<std::size_t>(chord)], root);
+            if (mask == wanted)
+                exact.push_back({root, chord, true});
+            else if ((mask & wanted) == wanted)
+                wider.push_back({root, chord, false});
+        }
+    exact.insert(exact.end(), wider.begin(), wider.end());
+    return exact;
+}
+
+std::string FormatMatch(const Match &match, Spelling spelling,
+                        const std::vector<std::string> &chordNames,
+                        const std::vector<std::string> &formulas) {
+    const std::vector<int> offsets = Offsets(Formula(formulas, match.chord));
+    const std::string root =
+        spelling == Spelling::Flats ? FlatName(match.root) : SharpName(match.root);
+    std::vector<std::string> names;
+    if (spelling == Spelling::Chord) {
+        names = SpellOffsets(root, match.chord, offsets);
+    } else {
+        for (int n : offsets)
+            names.push_back(spelling == Spelling::Flats ? FlatName(match.root + n)
+                                                        : SharpName(match.root + n));
+    }
+    return root + " " + chordNames.at(static_cast<std::size_t>(match.chord)) + ": " +
+           Join(names, " ");
+}
+
+std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings) {
+    if (strings != 3 && strings != 4)
+        throw BadValue("the instrument has " + std::to_string(strings) +
+                       " strings; fret lists are for 3 or 4");
+    std::vector<std::optional<int>> positions;
+    for (std::string entry : Split(std::string(text), ",")) {
+        // Blanks around an entry are how people type lists; they mean nothing.
+        entry.erase(0, entry.find_first_not_of(' '));
+        entry.erase(entry.find_last_not_of(' ') + 1);
+        if (entry == "x" || entry == "X") {
+            positions.push_back(std::nullopt);
+            continue;
+        }
+        int p = 0;
+        const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), p);
+        if (error == std::errc::invalid_argument || end != entry.data() + entry.size())
+            throw BadValue("position \"" + entry + "\" is not a number or x");
+        if (error == std::errc::result_out_of_range || p < 0 || p > kLastPosition)
+            throw BadValue("position \"" + entry + "\" is outside 0..22");
+        positions.push_back(p);
+    }
+    if (static_cast<int>(positions.size()) != strings)
+        throw BadValue("fret list \"" + std::string(text) + "\" has " +
+                       std::to_string(positions.size()) +
+                       (positions.size() == 1 ? " position" : " positions") +
+                       "; the instrument has " + std::to_string(strings) + " strings");
+    return positions;
+}
+
+std::vector<int> NotesAtFrets(const std::vector<std::optional<int>> &positions, int mode,
+                              const std::vector<int> &openNotes) {
+    if (mode < 0 || mode > 5)
+        throw BadValue("fret layout " + std::to_string(mode) + " is outside 0..5");
+    if (positions.size() != openNotes.size())
+        throw BadValue(std::to_string(positions.size()) + " positions for " +
+                       std::to_string(openNotes.size()) + " strings");
+    Module1 m;
+    m.Startup(mode);
+    std::vector<int> notes;
+    for (std::size_t s = 0; s < positions.size(); ++s) {
+        if (!positions[s])
+            continue;
+        if (*positions[s] < 0 || *positions[s] > kLastPosition)
+            throw BadValue("position " + std::to_string(*positions[s]) + " is outside 0..22");
+        notes.push_back(Mod12(static_cast<int>(m.Fret_Indices(*positions[s])) + openNotes[s]));
+    }
+    return notes;
 }
 
 } // namespace varnock::theory

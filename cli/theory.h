@@ -1,8 +1,9 @@
 #pragma once
 
-// Music theory for varnock-chart's naming options: note names in any spelling
-// and chords spelled by degree. No Qt and no window: every answer follows from
-// the arguments (and the model's own tables), so the command and the tests call
+// Music theory for varnock-chart's naming and lookup options: note names in
+// any spelling, chords spelled by degree, and chords named from their notes or
+// from a fret list. No Qt and no window: every answer follows from the
+// arguments (and the model's own tables), so the command and the tests call
 // these directly.
 //
 // A note index counts semitones above A, 0..11, as in the chord model.
@@ -21,6 +22,7 @@ struct BadValue : std::runtime_error {
 };
 
 inline constexpr int kChordTypes = 32;
+inline constexpr int kLastPosition = 22;
 
 // --- Note names -------------------------------------------------------------
 
@@ -55,5 +57,38 @@ std::vector<std::string> SpellChord(std::string_view rootText, int chordIndex);
 std::string Respell(std::string_view sharpName, Spelling spelling,
                     const std::vector<std::string> &chordSharps,
                     const std::vector<std::string> &chordSpelled);
+
+// --- Naming a chord from its notes ------------------------------------------
+
+struct Match {
+    int root;   // note index
+    int chord;  // chord type, index of the formulas
+    bool exact; // the chord has exactly the given notes, not more
+    bool operator==(const Match &) const = default;
+};
+
+// Every (root, chord type) whose notes are exactly the given ones, then every
+// one whose notes include them all; each group by root, then chord index.
+// Duplicates collapse; `formulas` is the model's catalogue (MajorChordsInt).
+// BadValue unless there are 2 to 4 different notes, each 0..11.
+std::vector<Match> Identify(const std::vector<int> &notes,
+                            const std::vector<std::string> &formulas);
+
+// "D Maj: D F# A": root, chord name, the notes in formula order. The root is a
+// flat name for Flats and a sharp name otherwise; Chord spells by degree from
+// that sharp root.
+std::string FormatMatch(const Match &match, Spelling spelling,
+                        const std::vector<std::string> &chordNames,
+                        const std::vector<std::string> &formulas);
+
+// "4,x,2" gives {4, nullopt, 2}: one entry per string, a position 0..22 or
+// x/X for a string not played. BadValue for a bad entry or the wrong count.
+std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings);
+
+// The notes sounding at the positions on strings tuned to openNotes (same
+// count, strings not played skipped, string order kept) in fret layout `mode`.
+// BadValue for a mode outside 0..5, a position outside 0..22 or a count mismatch.
+std::vector<int> NotesAtFrets(const std::vector<std::optional<int>> &positions, int mode,
+                              const std::vector<int> &openNotes);
 
 } // namespace varnock::theory

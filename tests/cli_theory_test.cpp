@@ -21,6 +21,12 @@ std::vector<std::string> Words(const std::string &text) {
     return words;
 }
 
+std::vector<std::string> Formulas() {
+    Module1 m;
+    m.Startup(0);
+    return m.MajorChordsInt.Items();
+}
+
 const std::vector<std::string> kChordNames = {
     "Maj",   "7",  "maj7",   "m",     "m7",    "Dim", "Dim7", "Sus2", "Sus4", "add9", "madd9",
     "Aug",   "2",  "5",      "6",     "6/9",   "9/6", "9",    "11",   "13",   "maj9", "maj11",
@@ -36,6 +42,12 @@ template <class F> void ExpectBad(F f, const std::string &message) {
 }
 
 } // namespace
+
+namespace varnock::theory {
+void PrintTo(const Match &m, std::ostream *os) {
+    *os << "{root " << m.root << ", chord " << m.chord << (m.exact ? ", exact}" : ", wider}");
+}
+} // namespace varnock::theory
 
 TEST(NoteNames, ParseNoteInAnySpelling) {
     const std::vector<std::pair<std::string, std::optional<int>>> rows = {
@@ -177,4 +189,108 @@ TEST(SpellByDegree, Respell) {
     };
     for (const auto &[name, how, want] : rows)
         EXPECT_EQ(Respell(name, how, sharps, spelled), want) << name;
+}
+
+TEST(Identify, ExactMatchesThenWiderOnes) {
+    const auto formulas = Formulas();
+    // A=0 C=3 D=5 D#=6 E=7 F#=9 G=10 G#=11
+    const std::vector<std::pair<std::vector<int>, std::vector<Match>>> rows = {
+        // Diminished sevenths are the same four notes on four roots.
+        {{9, 0, 3, 6}, {{0, 6, true}, {3, 6, true}, {6, 6, true}, {9, 6, true}}},
+        // So are augmented triads on three, and the top of three minor-major sevenths.
+        {{3, 7, 11, 7},
+         {{3, 11, true},
+          {7, 11, true},
+          {11, 11, true},
+          {0, 25, false},
+          {4, 25, false},
+          {8, 25, false}}},
+        // C6 and Am7 are one set of notes.
+        {{10, 7, 0, 3}, {{0, 4, true}, {3, 14, true}}},
+        // madd9 has no fifth: the minor ninths on A hold it, and so do C maj13 and D 13.
+        {{0, 3, 2},
+         {{0, 10, true},
+          {0, 24, false},
+          {0, 26, false},
+          {0, 27, false},
+          {3, 22, false},
+          {5, 19, false}}},
+    };
+    for (const auto &[notes, want] : rows) {
+        const auto got = Identify(notes, formulas);
+        EXPECT_EQ(got, want) << ::testing::PrintToString(notes);
+    }
+    // D F# A: D Maj alone is exact; wider ones follow in root order.
+    const auto dmaj = Identify({5, 9, 0, 5}, formulas);
+    ASSERT_GE(dmaj.size(), 2u);
+    EXPECT_EQ(dmaj[0], (Match{5, 0, true}));
+    EXPECT_EQ(dmaj[1], (Match{2, 4, false})); // B m7
+    EXPECT_FALSE(dmaj[1].exact);
+}
+
+TEST(Identify, RejectsWhatIsNoChord) {
+    const auto formulas = Formulas();
+    ExpectBad(
+        [&] {
+            Identify({5, 5}, formulas);
+        },
+        "notes \"D,D\" are 1 different notes; a chord here has 2 to 4");
+    ExpectBad(
+        [&] {
+            Identify({0, 1, 2, 3, 4}, formulas);
+        },
+        "notes \"A,A#,B,C,C#\" are 5 different notes; a chord here has 2 to 4");
+    ExpectBad([&] { Identify({0, 12}, formulas); }, "note index 12 is outside 0..11");
+}
+
+TEST(Identify, FormatMatch) {
+    const auto formulas = Formulas();
+    const std::vector<std::tuple<Match, Spelling, std::string>> rows = {
+        {{5, 0, true}, Spelling::Sharps, "D Maj: D F# A"},
+        {{1, 0, true}, Spelling::Flats, "Bb Maj: Bb D F"},
+        {{1, 0, true}, Spelling::Chord, "A# Maj: A# C## E#"},
+        {{3, 6, true}, Spelling::Sharps, "C Dim7: C D# F# A"},
+        {{3, 6, true}, Spelling::Flats, "C Dim7: C Eb Gb A"},
+        {{3, 6, true}, Spelling::Chord, "C Dim7: C Eb Gb Bbb"},
+        {{0, 13, true}, Spelling::Chord, "A 5: A E"},
+    };
+    for (const auto &[match, how, want] : rows)
+        EXPECT_EQ(FormatMatch(match, how, kChordNames, formulas), want);
+}
+
+TEST(Frets, ParseFretList) {
+    using P = std::vector<std::optional<int>>;
+    EXPECT_EQ(ParseFretList("4,x,2", 3), (P{4, std::nullopt, 2}));
+    EXPECT_EQ(ParseFretList("0, X ,22,5", 4), (P{0, std::nullopt, 22, 5}));
+    const std::vector<std::tuple<std::string, int, std::string>> bad = {
+        {"4,2", 3, "fret list \"4,2\" has 2 positions; the instrument has 3 strings"},
+        {"4", 3, "fret list \"4\" has 1 position; the instrument has 3 strings"},
+        {"1,2,3,4", 3, "fret list \"1,2,3,4\" has 4 positions; the instrument has 3 strings"},
+        {"1,23,3", 3, "position \"23\" is outside 0..22"},
+        {"1,-1,3", 3, "position \"-1\" is outside 0..22"},
+        {"99999999999,1,1", 3, "position \"99999999999\" is outside 0..22"},
+        {"1,y,3", 3, "position \"y\" is not a number or x"},
+        {"1,2a,3", 3, "position \"2a\" is not a number or x"},
+        {"1,,3", 3, "position \"\" is not a number or x"},
+        {"1,2", 2, "the instrument has 2 strings; fret lists are for 3 or 4"},
+    };
+    for (const auto &[text, strings, message] : bad)
+        ExpectBad([&] { ParseFretList(text, strings); }, message);
+}
+
+TEST(Frets, NotesAtFrets) {
+    using P = std::vector<std::optional<int>>;
+    const std::vector<int> dad = {5, 0, 5};
+    const std::vector<std::tuple<P, int, std::vector<int>>> rows = {
+        {{4, std::nullopt, 2}, 0, {0, 9}}, // diatonic: A on the bass, F# on the melody
+        {{7, 7, 7}, 1, {4, 11, 4}},        // 6+ frets: the major seventh, C# G# C#
+        {{4, 4, 4}, 3, {9, 4, 9}},         // chromatic: four semitones, F# C# F#
+        {{0, 0, 0}, 5, {7, 2, 7}},         // this layout starts two above the open note
+        {{std::nullopt, std::nullopt, std::nullopt}, 0, {}},
+    };
+    for (const auto &[positions, mode, want] : rows)
+        EXPECT_EQ(NotesAtFrets(positions, mode, dad), want) << "mode " << mode;
+    ExpectBad([&] { NotesAtFrets({0, 0, 0}, 6, dad); }, "fret layout 6 is outside 0..5");
+    ExpectBad([&] { NotesAtFrets({0, 0}, 0, dad); }, "2 positions for 3 strings");
+    ExpectBad([&] { NotesAtFrets({0, 23, 0}, 0, dad); }, "position 23 is outside 0..22");
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-// Music theory for varnock-chart's naming and lookup options: note names in
-// any spelling, chords spelled by degree, and chords named from their notes or
-// from a fret list. No Qt and no window: every answer follows from the
-// arguments (and the model's own tables), so the command and the tests call
-// these directly.
+// Music theory for varnock-chart's naming, lookup and description options:
+// note names in any spelling, chords spelled by degree, chords named from
+// their notes or from a fret list, and the chart told in sentences for screen
+// readers. No Qt and no window: every answer follows from the arguments (and
+// the model's own tables), so the command and the tests call these directly.
 //
 // A note index counts semitones above A, 0..11, as in the chord model.
 
@@ -90,5 +90,24 @@ std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings
 // BadValue for a mode outside 0..5, a position outside 0..22 or a count mismatch.
 std::vector<int> NotesAtFrets(const std::vector<std::optional<int>> &positions, int mode,
                               const std::vector<int> &openNotes);
+
+// --- The chart in words -----------------------------------------------------
+
+struct SheetFacts {
+    std::string layoutName;                      // as in the layout popup, e.g. "Diatonic"
+    int strings = 0;                             // 3 or 4
+    std::vector<std::string> tuning;             // open note of each string, spelled
+    std::string chordTitle;                      // e.g. "D Maj"
+    std::vector<std::string> notes;              // spelled, root first
+    std::vector<std::string> fretNames;          // the layout's names of positions 0..22
+    std::vector<std::vector<std::string>> cells; // per string, by position; "" where nothing
+};
+
+// One sentence for the layout and tuning, one for the chord, one per string
+// listing where each chord note lies, root first, positions ascending, e.g.
+// "String 1, tuned D: D at positions 0, 7 (frets 0, 7); no F#; A at position 4 (fret 4)."
+// BadValue when the tuning or cells do not match `strings` or a row is longer
+// than fretNames.
+std::string Describe(const SheetFacts &facts);
 
 } // namespace varnock::theory

@@ -294,3 +294,59 @@ TEST(Frets, NotesAtFrets) {
     ExpectBad([&] { NotesAtFrets({0, 0}, 0, dad); }, "2 positions for 3 strings");
     ExpectBad([&] { NotesAtFrets({0, 23, 0}, 0, dad); }, "position 23 is outside 0..22");
 }
+
+TEST(Describe, ChartInWords) {
+    // Rows of 23 cells with the given notes at the given positions.
+    using Marks = std::vector<std::pair<std::string, std::vector<int>>>;
+    auto row = [](const Marks &marks) {
+        std::vector<std::string> cells(23);
+        for (const auto &[name, positions] : marks)
+            for (int p : positions)
+                cells[static_cast<std::size_t>(p)] = name;
+        return cells;
+    };
+    std::vector<std::string> plain, plus;
+    for (int p = 0; p <= 22; ++p)
+        plain.push_back(std::to_string(p));
+    plus = plain;
+    plus[7] = "6+";
+
+    const std::vector<std::pair<SheetFacts, std::string>> rows = {
+        {{"Diatonic",
+          3,
+          {"D", "A", "D"},
+          "D Maj",
+          {"D", "F#", "A"},
+          plain,
+          {row({{"D", {0, 7, 14, 21}}, {"F#", {2, 9, 16}}, {"A", {4, 11, 18}}}),
+           row({{"A", {0, 7, 14, 21}}, {"D", {3, 10, 17}}, {"F#", {5, 12, 19}}}),
+           row({{"D", {0, 7, 14, 21}}, {"F#", {2, 9, 16}}, {"A", {4, 11, 18}}})}},
+         "Diatonic fretboard, 3 strings tuned D A D.\n"
+         "Chord: D Maj, notes D, F# and A (root D).\n"
+         "String 1, tuned D: D at positions 0, 7, 14, 21 (frets 0, 7, 14, 21); F# at positions "
+         "2, 9, 16 (frets 2, 9, 16); A at positions 4, 11, 18 (frets 4, 11, 18).\n"
+         "String 2, tuned A: D at positions 3, 10, 17 (frets 3, 10, 17); F# at positions 5, 12, "
+         "19 (frets 5, 12, 19); A at positions 0, 7, 14, 21 (frets 0, 7, 14, 21).\n"
+         "String 3, tuned D: D at positions 0, 7, 14, 21 (frets 0, 7, 14, 21); F# at positions "
+         "2, 9, 16 (frets 2, 9, 16); A at positions 4, 11, 18 (frets 4, 11, 18).\n"},
+        {{"Diatonic with 6+",
+          4,
+          {"Bb", "F", "Bb", "G"},
+          "Bb 5",
+          {"Bb", "F"},
+          plus,
+          {row({{"Bb", {0}}, {"F", {4, 12}}}), row({{"F", {0}}}), row({{"Bb", {7}}}), row({})}},
+         "Diatonic with 6+ fretboard, 4 strings tuned Bb F Bb G.\n"
+         "Chord: Bb 5, notes Bb and F (root Bb).\n"
+         "String 1, tuned Bb: Bb at position 0 (fret 0); F at positions 4, 12 (frets 4, 12).\n"
+         "String 2, tuned F: no Bb; F at position 0 (fret 0).\n"
+         "String 3, tuned Bb: Bb at position 7 (fret 6+); no F.\n"
+         "String 4, tuned G: no chord notes.\n"},
+    };
+    for (const auto &[facts, want] : rows)
+        EXPECT_EQ(Describe(facts), want);
+
+    SheetFacts mismatched = rows[0].first;
+    mismatched.tuning.pop_back();
+    ExpectBad([&] { Describe(mismatched); }, "a sheet of 3 strings has 2 open notes and 3 rows");
+}

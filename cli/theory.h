@@ -28,7 +28,7 @@ inline constexpr int kLastPosition = 22;
 
 // The note index of a letter A-G (either case) followed by any number of
 // sharps ('#', U+266F, or 'x' for two) or any number of flats ('b', U+266D),
-// never both; nullopt for anything else. "B#" is 3, "Cbb" is 0.
+// never both; nullopt for anything else. "B#" is 3 (C), "Fb" is 7 (E).
 std::optional<int> ParseNote(std::string_view text);
 
 enum class Spelling { Sharps, Flats, Chord };

@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Plants single-line faults in the product code one at a time, rebuilds, runs
+# the test suite and counts how many faults it caught. A tool to run by hand
+# (it takes a while), not part of the test command.
+#   scripts/mutants.sh [BUILD_DIR]      (default: build-mutants)
+# Each fault is FILE@@TEXT@@NEW: TEXT must occur exactly once in FILE and
+# becomes NEW. The file is restored after each run, and on interruption.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build-mutants}
+export QT_QPA_PLATFORM=offscreen
+
+faults=(
+  # The chord model.
+  'model/chordmodel.cpp@@M.nBassIndex = Add(M.Fret_Indices(p), M.nOpenBassString) % 12;@@M.nBassIndex = Add(M.Fret_Indices(p), M.nOpenBassString) % 11;'
+  'model/chordmodel.cpp@@M.nOpenMiddleString = Add(MiddleSelectMenu, 36) % 12;@@M.nOpenMiddleString = Add(MiddleSelectMenu, 35) % 12;'
+  'model/chordmodel.cpp@@            TableOne(2, p) = note + ",";@@            TableOne(3, p) = note + ",";'
+  'model/chordmodel.cpp@@"3,11",@@"3,10",'
+  'model/chordmodel.cpp@@7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 10};@@7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 11};'
+  'model/chordmodel.cpp@@Array<Int>{2, 4, 5, 8, 9,@@Array<Int>{0, 4, 5, 8, 9,'
+  'model/chordmodel.cpp@@notes += "," + Note4;@@notes += Note4;'
+  'model/chordmodel.cpp@@else if (slot == 4)@@else if (slot == 5)'
+  'model/chordmodel.cpp@@    if (major >= 0) {@@    if (major > 0) {'
+  'model/chordmodel.cpp@@        for (Int col = 0; col <= kLastPosition; ++col)@@        for (Int col = 1; col <= kLastPosition; ++col)'
+  # The settings store and the saved selections.
+  'settings/iniclass.cpp@@Int found = InStr(text, "[" + sectionName + "]" + CR);@@Int found = InStr(text, "[" + sectionName + "]");'
+  'settings/iniclass.cpp@@        value = Right(line, Len(line) - InStr(line, "="));@@        value = Right(line, Len(line) - InStr(line, "=") - 1);'
+  'settings/iniclass.cpp@@        found = InStr(text, CR + "[");@@        found = InStr(text, "[");'
+  'settings/iniclass.cpp@@            rewritten = head + text + key + "=" + value + CR + tail;@@            rewritten = head + text + key + "=" + value + tail;'
+  'settings/iniclass.cpp@@MsgBox("Error reading preference: " + sectionName + " - " + keyName);@@MsgBox("Error reading preference: " + sectionName + " - " + sectionName);'
+  'settings/iniclass.cpp@@            text = Right(text, Len(text) - InStr(text, CR));@@            text = Right(text, Len(text) - InStr(text, CR) + 1);'
+  'settings/selections.cpp@@{"Strings", "Two"},@@{"Strings", "Tow"},'
+  'settings/selections.cpp@@        else if (i == 0)@@        else if (i == 1)'
+  'settings/selections.cpp@@Str(popups[i]->ListIndex())@@Str(popups[i]->ListIndex() + 1)'
+  'settings/location.cpp@@        if (newPlace->Exists())@@        if (!newPlace->Exists())'
+  # The controller.
+  'chart/controller.cpp@@    Model.BassSelectMenu = p.ListIndex() - 31;@@    Model.BassSelectMenu = p.ListIndex() - 30;'
+  'chart/controller.cpp@@    PopupMenu8->SetVisible(p.ListIndex() != 0);@@    PopupMenu8->SetVisible(p.ListIndex() == 0);'
+  'chart/controller.cpp@@    for (Int r = 1; r <= strings; ++r) {@@    for (Int r = 1; r < strings; ++r) {'
+  'chart/controller.cpp@@    Listbox1->AddRow("0");@@    Listbox1->AddRow("");'
+  'chart/controller.cpp@@    if (mode == 0 || mode == 3 || mode == 4 || mode == 5) {@@    if (mode == 0 || mode == 4 || mode == 5) {'
+  'chart/controller.cpp@@    return PopupMenu10->ListIndex() == 1 ? 4 : 3;@@    return PopupMenu10->ListIndex() == 0 ? 4 : 3;'
+  'chart/controller.cpp@@    Model.M.Startup(PopupMenu9->ListIndex());@@    Model.M.Startup(PopupMenu10->ListIndex());'
+  'chart/controller.cpp@@            Listbox2->SetCell(Listbox2->LastIndex(), i, fields[static_cast<std::size_t>(i)]);@@            Listbox2->SetCell(Listbox2->LastIndex(), i + 1, fields[static_cast<std::size_t>(i)]);'
+  'platform/popupmenu.cpp@@    if (Change)@@    if (Change && false)'
+  # The cell painting.
+  'chart/cellpaint.cpp@@    if (row == 2 || row == 4)@@    if (row == 1 || row == 3)'
+  'chart/cellpaint.cpp@@    if (column == 0)@@    if (column == 1)'
+  'chart/cellpaint.cpp@@        const double sum = ((h - yy) / h) * t + (yy / h) * b;@@        const double sum = ((h - yy) / h) * b + (yy / h) * t;'
+  'chart/cellpaint.cpp@@    g.ForeColor(colors::kFrameLight);@@    g.ForeColor(colors::kFrameDark);'
+  'chart/cellpaint.cpp@@    if (text == note3)@@    if (text == note4)'
+  'chart/cellpaint.cpp@@    if (column >= 0 && column <= 3)@@    if (column >= 0 && column < 3)'
+  'chart/cellpaint.h@@{0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000}@@{0x00AA00, 0xBB00BB, 0x0000BB, 0xAA0000}'
+)
+
+# Replaces the one occurrence of $2 in file $1 by $3; fails unless there is exactly one.
+plant() {
+    python3 - "$1" "$2" "$3" <<'PY'
+import sys
+path, old, new = sys.argv[1:]
+text = open(path).read()
+if text.count(old) != 1:
+    sys.exit("%s: %d matches for %r" % (path, text.count(old), old))
+open(path, 'w').write(text.replace(old, new))
+PY
+}
+
+backup=$(mktemp -d)
+restore() { [ -n "${current:-}" ] && cp "$backup/file" "$current"; current=; }
+trap 'restore; rm -rf "$backup"; exit 130' INT TERM
+
+cmake -S . -B "$build" -DVARNOCK_BENCH=OFF -DVARNOCK_WERROR=OFF >/dev/null || exit 1
+cmake --build "$build" -j"$(nproc)" >/dev/null || { echo "the unchanged tree does not build"; exit 1; }
+ctest --test-dir "$build" -j"$(nproc)" >/dev/null || { echo "the unchanged tree fails its tests"; exit 1; }
+
+caught=0 survived=0 broken=0
+for fault in "${faults[@]}"; do
+    file=${fault%%@@*} rest=${fault#*@@}
+    old=${rest%%@@*} new=${rest#*@@}
+    current=$file
+    cp "$file" "$backup/file"
+    if ! plant "$file" "$old" "$new"; then
+        echo "BROKEN   $file: the text to change is not there once"
+        broken=$((broken + 1)); restore; continue
+    fi
+    if ! cmake --build "$build" -j"$(nproc)" >/dev/null 2>&1; then
+        echo "BROKEN   $file: does not build with: $new"
+        broken=$((broken + 1))
+    elif ctest --test-dir "$build" -j"$(nproc)" --stop-on-failure --timeout 120 >/dev/null 2>&1; then
+        echo "SURVIVED $file: $new"
+        survived=$((survived + 1))
+    else
+        echo "caught   $file: $new"
+        caught=$((caught + 1))
+    fi
+    restore
+done
+rm -rf "$backup"
+cmake --build "$build" -j"$(nproc)" >/dev/null 2>&1
+echo "mutants: $caught caught, $survived survived, $broken broken, of ${#faults[@]}"

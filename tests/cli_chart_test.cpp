@@ -46,13 +46,6 @@ chart::Options Example2() {
     return o;
 }
 
-std::string Numbers() {
-    std::string s = "0";
-    for (int c = 1; c <= 22; ++c)
-        s += "\t" + std::to_string(c);
-    return s + "\n";
-}
-
 struct Outcome {
     int status;
     std::string out, err;
@@ -77,42 +70,79 @@ int PdfPages(const QString &path) {
 
 } // namespace
 
-TEST(ChartExport, TsvOfTheDiatonicExample) {
-    OpenWindow w;
-    Select(*w, Example1());
-    const std::string dad = "D\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\n";
-    const std::string a = "A\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\t\tD\t\tF#\t\tA\t\n";
-    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + Numbers() + dad + a + dad);
+// The chart as TSV for a handful of selections, cells written with "|"
+// between them; the heading line comes first.
+struct TsvCase {
+    const char *name, *frets, *strings, *tuning, *root, *chord;
+    std::vector<const char *> rows;
+};
+
+void PrintTo(const TsvCase &c, std::ostream *os) {
+    *os << c.name;
 }
 
-TEST(ChartExport, TsvOfTheChromaticExample) {
+const char *const kNumbers = "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19|20|21|22";
+const char *const kLabelOnly = "0||||||||||||||||||||||";
+const char *const kDad = "D||F#||A|||D||F#||A|||D||F#||A|||D|";
+
+// clang-format off
+const TsvCase kTsvCases[] = {
+    {"DiatonicDMajor", "Diatonic", "3", "D,A,D", "D", "Maj",
+     {kNumbers, kNumbers, kDad, "A|||D||F#||A|||D||F#||A|||D||F#||A|", kDad}},
+    {"ChromaticD7OnFourStrings", "Chromatic", "4", "D,A,D,G", "D", "7",
+     {kNumbers, "0|0+|1|1+|2|3|3+|4|4+|5|6|6+|7|7+|8|8+|9|10|10+|11|11+|12|13",
+      "D||||F#|||A|||C||D||||F#|||A|||C", "A|||C||D||||F#|||A|||C||D||||F#|",
+      "D||||F#|||A|||C||D||||F#|||A|||C", "||A|||C||D||||F#|||A|||C||D|||"}},
+    {"SixPlusHeadingsRepeatInTheLabelRow", "Diatonic with 6+", "3", "D,A,D", "A", "Maj",
+     {"0|1|2|3|4|5|6|6+|7|8|9|10|11|12|13|13+|14|15|16|17|18|19|20",
+      "0|1|2|3|4|5|6|6+|7|8|9|10|11|12|13|13+|14|15|16|17|18|19|20",
+      "|E|||A|||C#||E|||A|||C#||E|||A||", "A||C#||E||||A||C#||E||||A||C#||E||",
+      "|E|||A|||C#||E|||A|||C#||E|||A||"}},
+    {"OnePlusAndSixPlusOnFourStrings", "Diatonic with 1+ and 6+", "4", "G,D,G,C", "C", "m7",
+     {"0|1|1+|2|3|4|5|6|6+|7|8|8+|9|10|11|12|13|13+|14|15|15+|16|17",
+      "0|1|1+|2|3|4|5|6|6+|7|8|8+|9|10|11|12|13|13+|14|15|15+|16|17",
+      "G||A#||C|||||G||A#||C|||||G||A#||C", "||||G|||C||||||G|||C||||||G",
+      "G||A#||C|||||G||A#||C|||||G||A#||C", "C||D#|||G||A#||C||D#|||G||A#||C||D#||"}},
+    {"TwoNotesOnTheMinorPentatonicBoard", "4", "3", "D,A,D", "A", "5",
+     {kNumbers, kLabelOnly, "|||A|||||A|||||A|||||A||||", "A|||E||A|||E||A|||E||A|||E||A||",
+      "|||A|||||A|||||A|||||A||||"}},
+    {"ModeFiveHasNoOpenStringNote", "5", "3", "D,A,D", "D", "Maj",
+     {kNumbers, kLabelOnly, "|F#|||||F#|||||F#|||||F#|||||F#|", "||D||F#|||D||F#|||D||F#|||D||F#|||D",
+      "|F#|||||F#|||||F#|||||F#|||||F#|"}},
+    {"NotesTheLayoutLacksAreNowhere", "Diatonic", "3", "D,A,D", "A#", "Maj",
+     {kNumbers, kNumbers, "D|||||||D|||||||D|||||||D|", "|||D|||||||D|||||||D|||||",
+      "D|||||||D|||||||D|||||||D|"}},
+};
+// clang-format on
+
+class Tsv : public ::testing::TestWithParam<TsvCase> {};
+
+TEST_P(Tsv, ChartOfTheWindowsController) {
+    const TsvCase &c = GetParam();
     OpenWindow w;
-    Select(*w, Example2());
-    const std::string labels =
-        "0\t0+\t1\t1+\t2\t3\t3+\t4\t4+\t5\t6\t6+\t7\t7+\t8\t8+\t9\t10\t10+\t11\t11+\t12\t13\n";
-    const std::string d = "D\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\n";
-    const std::string a = "A\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\n";
-    const std::string g = "\t\tA\t\t\tC\t\tD\t\t\t\tF#\t\t\tA\t\t\tC\t\tD\t\t\t\n";
-    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + labels + d + a + d + g);
+    chart::Options o;
+    o.frets = c.frets;
+    o.strings = c.strings;
+    o.tuning = c.tuning;
+    o.root = c.root;
+    o.chord = c.chord;
+    Select(*w, o);
+    std::string expected;
+    for (const char *row : c.rows)
+        expected += QString::fromLatin1(row).replace('|', '\t').toStdString() + "\n";
+    EXPECT_EQ(chart::ChartTsv(*w), expected);
 }
 
-TEST(ChartExport, ModeNumbersReachTheLayoutsTheMenuLacks) {
+INSTANTIATE_TEST_SUITE_P(Charts, Tsv, ::testing::ValuesIn(kTsvCases),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(ChartExport, LayoutsTheMenuLacksAreNamedByNumber) {
     OpenWindow w;
     chart::Options o = Example1();
     o.frets = "5";
     Select(*w, o);
-    EXPECT_EQ(w->PopupMenu9->ListIndex(), 5);
-    // Mode 5 begins two semitones up: no open-string note in column 0, and
-    // F# wherever the period starts again one step on.
-    // Steps 2, 4, 5, 8, 9: on D only F# (4) sounds, on A D (5) and F# (9).
-    std::string d, a;
-    for (int c = 0; c <= 22; ++c) {
-        d += std::string(c ? "\t" : "") + (c % 5 == 1 ? "F#" : "");
-        a += std::string(c ? "\t" : "") + (c % 5 == 2 ? "D" : c % 5 == 4 ? "F#" : "");
-    }
-    const std::string labels = "0" + std::string(22, '\t') + "\n";
-    EXPECT_EQ(chart::ChartTsv(*w), Numbers() + labels + d + "\n" + a + "\n" + d + "\n");
     EXPECT_EQ(chart::ChartTitle(*w), "D Maj - Layout 5, 3 strings D A D");
+    EXPECT_EQ(w->PopupMenu9->ListCount(), 4) << "no item is added for it";
     o.frets = "chromatic";
     Select(*w, o);
     EXPECT_EQ(w->PopupMenu9->ListIndex(), 3);

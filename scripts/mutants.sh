@@ -30,7 +30,7 @@ faults=(
   'settings/iniclass.cpp@@MsgBox("Error reading preference: " + sectionName + " - " + keyName);@@MsgBox("Error reading preference: " + sectionName + " - " + sectionName);'
   'settings/iniclass.cpp@@            text = Right(text, Len(text) - InStr(text, CR));@@            text = Right(text, Len(text) - InStr(text, CR) + 1);'
   'settings/selections.cpp@@{"Strings", "Two"},@@{"Strings", "Tow"},'
-  'settings/selections.cpp@@        else if (i == 0)@@        else if (i == 1)'
+  'settings/selections.cpp@@        if (found > 0)@@        if (found > 1)'
   'settings/selections.cpp@@Str(popups[i]->ListIndex())@@Str(popups[i]->ListIndex() + 1)'
   'settings/location.cpp@@        if (newPlace->Exists())@@        if (!newPlace->Exists())'
   # The controller.
@@ -71,7 +71,7 @@ trap 'restore; rm -rf "$backup"; exit 130' INT TERM
 
 cmake -S . -B "$build" -DVARNOCK_BENCH=OFF -DVARNOCK_WERROR=OFF >/dev/null || exit 1
 cmake --build "$build" -j"$(nproc)" >/dev/null || { echo "the unchanged tree does not build"; exit 1; }
-ctest --test-dir "$build" -j"$(nproc)" >/dev/null || { echo "the unchanged tree fails its tests"; exit 1; }
+ctest --test-dir "$build" -j"$(nproc)" >/dev/null 2>&1 || { echo "the unchanged tree fails its tests"; exit 1; }
 
 caught=0 survived=0 broken=0
 for fault in "${faults[@]}"; do

@@ -1,7 +1,6 @@
 // What the chart and the notes table look like: real pixels of the real
-// window, grabbed offscreen, against the exact colours.
+// window, grabbed offscreen, checked as a list of (cell, pixel, colour).
 
-#include "chart/cellpaint.h"
 #include "support.h"
 
 #include <QPalette>
@@ -13,42 +12,55 @@ using testsupport::Grab;
 using testsupport::OpenWindow;
 using testsupport::Pixel;
 
-TEST(CellPaint, GradientLinesAreCutTowardZero) {
-    const Color grey[] = {0xFDFEFF, 0xFCFDFE, 0xFBFBFC};
-    for (int y = 0; y < 3; ++y)
-        EXPECT_EQ(GradientColor(0xFDFEFF, 0xE6E7E8, y, 23), grey[y]) << y;
-    EXPECT_EQ(GradientColor(0xFDFEFF, 0xE6E7E8, 11, 23), 0xF2F3F4u);
-    EXPECT_EQ(GradientColor(0xFDFEFF, 0xE6E7E8, 22, 23), 0xE7E8E9u);
-    EXPECT_EQ(GradientColor(0xFDFEFF, 0xE6E7E8, 23, 23), 0xE6E7E8u);
-    EXPECT_EQ(GradientColor(0xFDFEFF, 0xAAFFAA, 22, 23), 0xADFEADu);
-    EXPECT_EQ(GradientColor(0xFDFEFF, 0xE6E7E8, 21, 22), 0xE7E8E9u);
-}
-
-TEST(CellPaint, FillRulesTestTheRowBeforeTheColumn) {
-    EXPECT_EQ(ChartFillRule(0, 0, 4).color, 0xFAFAFAu);
-    EXPECT_EQ(ChartFillRule(2, 0, 4).color, 0xEEEEEEu);
-    EXPECT_EQ(ChartFillRule(2, 5, 4).kind, Fill::Gradient);
-    EXPECT_EQ(ChartFillRule(2, 5, 4).color, 0xAAFFAAu);
-    EXPECT_EQ(ChartFillRule(4, 5, 5).color, 0xAAFFAAu);
-    EXPECT_EQ(ChartFillRule(5, 5, 9).color, 0xE6E7E8u);
-    EXPECT_EQ(ChartFillRule(4, 5, 4).kind, Fill::None);
-    EXPECT_EQ(ChartFillRule(0, 0, 0).kind, Fill::None);
-}
-
-TEST(CellPaint, TextColourTakesTheFirstMatchingNoteAndBlankMatchesEmptySlots) {
-    EXPECT_EQ(ChartTextColor("E", "A", "C#", "E", ""), 0xBB00BBu);
-    EXPECT_EQ(ChartTextColor("A", "A", "A", "E", "G"), 0x00AA00u);
-    EXPECT_EQ(ChartTextColor("", "A", "E", "", ""), 0xBB00BBu);
-    EXPECT_EQ(ChartTextColor("", "A", "C#", "E", ""), 0xAA0000u);
-    EXPECT_FALSE(ChartTextColor("", "A", "C#", "E", "G").has_value());
-    EXPECT_FALSE(ChartTextColor("6+", "A", "C#", "E", "").has_value());
-    EXPECT_EQ(NotesTextColor(3), 0xAA0000u);
-    EXPECT_FALSE(NotesTextColor(4).has_value());
-}
-
 namespace {
 
-// Does the cell hold at least one pixel of exactly this colour?
+enum { Chart, Notes };
+// A pixel of a cell: x and y inside it, a negative one counted from the
+// right or bottom edge (-1 is the last pixel); x = 99 is the middle.
+struct Probe {
+    int list;
+    Int row, column;
+    int x, y;
+    unsigned color;
+};
+constexpr int Mid = 99;
+
+// Four strings tuned D A D D, A7: A green, C# blue, E purple, G red.
+// clang-format off
+const Probe kProbes[] = {
+    // Gradient lines, cut toward zero: grey on strings 1 and 3, green on 2 and 4.
+    {Chart, 1, 5, Mid, 1, 0xFCFDFE}, {Chart, 1, 5, Mid, 2, 0xFBFBFC}, {Chart, 1, 5, Mid, 11, 0xF2F3F4},
+    {Chart, 2, 5, Mid, 1, 0xF9FEFB}, {Chart, 2, 5, Mid, 2, 0xF5FEF7}, {Chart, 2, 5, Mid, 11, 0xD5FED6},
+    {Chart, 3, 5, Mid, 11, 0xF2F3F4}, {Chart, 4, 5, Mid, 11, 0xD5FED6},
+    // Flat label row and open-string column, also on a green row.
+    {Chart, 0, 0, -3, 2, 0xFAFAFA}, {Chart, 0, 0, -3, -3, 0xFAFAFA}, {Chart, 0, 9, -3, -3, 0xFAFAFA},
+    {Chart, 2, 0, -3, 2, 0xEEEEEE}, {Chart, 2, 0, -3, -3, 0xEEEEEE},
+    // The frame: light top and left, dark bottom and right, light where they cross.
+    {Chart, 1, 5, Mid, 0, 0xF0F0F0}, {Chart, 1, 5, 0, 11, 0xF0F0F0}, {Chart, 1, 5, Mid, -1, 0x999999},
+    {Chart, 1, 5, -1, 11, 0x999999}, {Chart, 1, 5, -1, 0, 0xF0F0F0}, {Chart, 1, 5, 0, -1, 0xF0F0F0},
+    {Chart, 1, 5, -1, -1, 0x999999}, {Chart, 2, 5, -1, 11, 0x999999}, {Chart, 0, 3, Mid, -1, 0x999999},
+    {Chart, 0, 3, -1, 0, 0xF0F0F0}, {Chart, 1, 0, -1, 11, 0x999999}, {Chart, 1, 0, Mid, 0, 0xF0F0F0},
+    // The notes table: grey tiles with the same frame in every column.
+    {Notes, 0, 0, -10, 1, 0xFBFCFD}, {Notes, 0, 1, -10, 2, 0xFAFBFC}, {Notes, 0, 2, -10, 11, 0xF1F2F3},
+    {Notes, 0, 3, -10, 0, 0xF0F0F0}, {Notes, 0, 3, -10, -1, 0x999999}, {Notes, 0, 0, -1, 0, 0xF0F0F0},
+};
+// clang-format on
+
+// Cells whose text has (or lacks) a pixel of the colour.
+struct Ink {
+    int list;
+    Int row, column;
+    unsigned color;
+    bool present;
+};
+
+const Ink kInks[] = {
+    {Chart, 2, 0, 0x00AA00, true}, {Chart, 2, 0, 0xBB00BB, false}, {Chart, 1, 1, 0xBB00BB, true},
+    {Chart, 2, 2, 0x0000BB, true}, {Chart, 2, 6, 0xAA0000, true},  {Chart, 0, 1, 0x00AA00, false},
+    {Notes, 0, 0, 0x00AA00, true}, {Notes, 0, 1, 0x0000BB, true},  {Notes, 0, 2, 0xBB00BB, true},
+    {Notes, 0, 3, 0xAA0000, true},
+};
+
 bool CellHasColour(const QImage &image, const QRect &cell, unsigned color) {
     for (int y = cell.top(); y <= cell.bottom(); ++y)
         for (int x = cell.left(); x <= cell.right(); ++x)
@@ -59,90 +71,40 @@ bool CellHasColour(const QImage &image, const QRect &cell, unsigned color) {
 
 } // namespace
 
-TEST(ChartPixels, TilesFramesAndBands) {
+TEST(Pixels, TilesFramesBandsAndNoteColours) {
     OpenWindow w;
-    w->PopupMenu10->SetListIndex(1); // four strings: grey, green, grey, green
-    const QImage image = Grab(w->ControlView("Listbox1"));
-
-    // A grey gradient tile in row 1, a green one in row 2, sampled mid-cell.
-    const QRect grey = CellRect(*w, w->Listbox1, 1, 5);
-    const QRect green = CellRect(*w, w->Listbox1, 2, 5);
-    ASSERT_EQ(grey.height(), 23);
-    const int gx = grey.left() + grey.width() / 2;
-    EXPECT_EQ(Pixel(image, gx, grey.top() + 1), 0xFCFDFEu);
-    EXPECT_EQ(Pixel(image, gx, grey.top() + 2), 0xFBFBFCu);
-    EXPECT_EQ(Pixel(image, gx, grey.top() + 11), 0xF2F3F4u);
-    EXPECT_EQ(Pixel(image, gx, green.top() + 1), 0xF9FEFBu);
-    EXPECT_EQ(Pixel(image, gx, green.top() + 2), 0xF5FEF7u);
-    EXPECT_EQ(Pixel(image, gx, green.top() + 11), 0xD5FED6u);
-    EXPECT_EQ(Pixel(image, gx, CellRect(*w, w->Listbox1, 4, 5).top() + 11), 0xD5FED6u);
-    EXPECT_EQ(Pixel(image, gx, CellRect(*w, w->Listbox1, 3, 5).top() + 11), 0xF2F3F4u);
-
-    // The frame: light top and left, dark bottom and right, light at the two
-    // corners where they cross.
-    for (const QRect &cell :
-         {grey, green, CellRect(*w, w->Listbox1, 0, 3), CellRect(*w, w->Listbox1, 1, 0)}) {
-        const int l = cell.left(), t = cell.top(), r = cell.right(), b = cell.bottom();
-        const int mx = l + cell.width() / 2, my = t + cell.height() / 2;
-        EXPECT_EQ(Pixel(image, mx, t), 0xF0F0F0u);
-        EXPECT_EQ(Pixel(image, l, my), 0xF0F0F0u);
-        EXPECT_EQ(Pixel(image, mx, b), 0x999999u);
-        EXPECT_EQ(Pixel(image, r, my), 0x999999u);
-        EXPECT_EQ(Pixel(image, r, t), 0xF0F0F0u);
-        EXPECT_EQ(Pixel(image, l, b), 0xF0F0F0u);
-        EXPECT_EQ(Pixel(image, r, b), 0x999999u);
+    w->PopupMenu10->SetListIndex(1);
+    w->PopupMenu2->SetListIndex(1);
+    const Listbox *lists[] = {w->Listbox1, w->Listbox2};
+    const QImage images[] = {Grab(w->ControlView("Listbox1")), Grab(w->ControlView("Listbox2"))};
+    ASSERT_EQ(CellRect(*w, w->Listbox1, 1, 5).height(), 23);
+    ASSERT_EQ(CellRect(*w, w->Listbox2, 0, 0).height(), 22);
+    for (const Probe &p : kProbes) {
+        const QRect cell = CellRect(*w, lists[p.list], p.row, p.column);
+        const int x = p.x == Mid ? cell.left() + cell.width() / 2
+                                 : (p.x < 0 ? cell.right() + 1 + p.x : cell.left() + p.x);
+        const int y = p.y < 0 ? cell.bottom() + 1 + p.y : cell.top() + p.y;
+        EXPECT_EQ(Pixel(images[p.list], x, y), p.color)
+            << "list " << p.list + 1 << " cell " << p.row << "," << p.column << " at " << p.x << ","
+            << p.y;
     }
-
-    // The label row is flat, the open-string column too, also on green rows.
-    const QRect label = CellRect(*w, w->Listbox1, 0, 0);
-    EXPECT_EQ(Pixel(image, label.right() - 2, label.top() + 2), 0xFAFAFAu);
-    EXPECT_EQ(Pixel(image, label.right() - 2, label.bottom() - 2), 0xFAFAFAu);
-    const QRect open = CellRect(*w, w->Listbox1, 2, 0);
-    EXPECT_EQ(Pixel(image, open.right() - 2, open.top() + 2), 0xEEEEEEu);
-    EXPECT_EQ(Pixel(image, open.right() - 2, open.bottom() - 2), 0xEEEEEEu);
+    for (const Ink &ink : kInks)
+        EXPECT_EQ(CellHasColour(images[ink.list],
+                                CellRect(*w, lists[ink.list], ink.row, ink.column), ink.color),
+                  ink.present)
+            << "list " << ink.list + 1 << " cell " << ink.row << "," << ink.column;
 }
 
-TEST(ChartPixels, NoteNamesInTheirColoursAndPlainBelowTheLastRow) {
-    OpenWindow w; // A major on D A D: A root, C# second, E third
+TEST(Pixels, ThreeStringsLeaveThePlainBackgroundBelowTheLastRow) {
+    OpenWindow w;
     const QImage image = Grab(w->ControlView("Listbox1"));
-    // Row 2 (the A string) column 0 holds the root, row 1 column 1 the E.
-    EXPECT_EQ(w->Listbox1->Cell(2, 0), "A");
-    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 0), 0x00AA00));
-    EXPECT_FALSE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 0), 0xBB00BB));
-    EXPECT_EQ(w->Listbox1->Cell(1, 1), "E");
-    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 1, 1), 0xBB00BB));
-    EXPECT_EQ(w->Listbox1->Cell(2, 2), "C#");
-    EXPECT_TRUE(CellHasColour(image, CellRect(*w, w->Listbox1, 2, 2), 0x0000BB));
-    // Labels keep the list's own text colour.
-    EXPECT_FALSE(CellHasColour(image, CellRect(*w, w->Listbox1, 0, 1), 0x00AA00));
-
-    // Three strings: where row 4 would be, the plain list background.
     const unsigned base = w->ControlView("Listbox1")->palette().base().color().rgb() & 0xFFFFFFu;
     const QRect below = CellRect(*w, w->Listbox1, 4, 5);
     for (int y = below.top(); y < below.top() + 10; ++y)
         for (int x = below.left(); x <= below.right(); ++x)
             ASSERT_EQ(Pixel(image, x, y), base) << x << "," << y;
-
     if (const char *dir = std::getenv("VARNOCK_SCREENSHOT_DIR")) {
         w->show();
         w->grab().save(QString::fromLocal8Bit(dir) + "/window.png");
-    }
-}
-
-TEST(NotesPixels, GreyTilesAndColumnColours) {
-    OpenWindow w;
-    w->PopupMenu2->SetListIndex(1); // 7: four notes
-    const QImage image = Grab(w->ControlView("Listbox2"));
-    for (Int c = 0; c < 4; ++c) {
-        const QRect cell = CellRect(*w, w->Listbox2, 0, c);
-        ASSERT_EQ(cell.height(), 22);
-        const int mx = cell.right() - 10;
-        EXPECT_EQ(Pixel(image, mx, cell.top() + 1), 0xFBFCFDu);
-        EXPECT_EQ(Pixel(image, mx, cell.top() + 2), 0xFAFBFCu);
-        EXPECT_EQ(Pixel(image, mx, cell.top() + 11), 0xF1F2F3u);
-        EXPECT_EQ(Pixel(image, mx, cell.top()), 0xF0F0F0u);
-        EXPECT_EQ(Pixel(image, mx, cell.bottom()), 0x999999u);
-        EXPECT_EQ(Pixel(image, cell.right(), cell.top()), 0xF0F0F0u);
-        EXPECT_TRUE(CellHasColour(image, cell, colors::kNote[c])) << c;
     }
 }

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <string_view>
+
 namespace varnock {
 
 namespace {
@@ -53,7 +55,16 @@ QSize SheetSize() {
     return SheetRect().size();
 }
 
-void PaintSheet(QPainter &painter, ChartController &chart) {
+ListboxLook ChartLook(ChartOrientation orientation) {
+    ListboxLook look{ListFont()};
+    look.mirrorColumns = orientation.leftHanded;
+    // Row 0 is the label row, which stays on top.
+    if (orientation.flipped)
+        look.reverseRowsFrom = 1;
+    return look;
+}
+
+void PaintSheet(QPainter &painter, ChartController &chart, ChartOrientation orientation) {
     const QPoint origin = SheetRect().topLeft();
     painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
     painter.save();
@@ -63,17 +74,19 @@ void PaintSheet(QPainter &painter, ChartController &chart) {
     for (const char *name : {"Listbox1", "Listbox2"}) {
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
-        PaintListbox(painter, *chart.ListByName(name), Place(name).size(), ListboxLook{ListFont()});
+        const bool isChart = std::string_view(name) == "Listbox1";
+        PaintListbox(painter, *chart.ListByName(name), Place(name).size(),
+                     isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
         painter.restore();
     }
 }
 
-QImage RenderSheet(ChartController &chart, int scale) {
+QImage RenderSheet(ChartController &chart, int scale, ChartOrientation orientation) {
     QImage image(SheetSize() * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);
-    PaintSheet(painter, chart);
+    PaintSheet(painter, chart, orientation);
     painter.end();
     image.setDevicePixelRatio(1);
     return image;

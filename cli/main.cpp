@@ -5,8 +5,10 @@
 #include "chart/controller.h"
 #include "cli/book.h"
 #include "cli/chartdoc.h"
+#include "cli/lookup.h"
 #include "cli/names.h"
 #include "cli/options.h"
+#include "cli/spelling.h"
 #include "cli/writers.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
@@ -44,7 +46,12 @@ class ExportChart : public ChartController {
 };
 
 void Export(const chart::Options &options, ChartController &chart) {
+    // Every value is checked before anything is printed or written.
     const chart::Selection selection = chart::Resolve(options);
+    const theory::Spelling spelling = chart::ResolveSpelling(options.spelling);
+    std::vector<int> identify;
+    if (options.identify)
+        identify = chart::ParseNoteList(*options.identify);
     std::vector<int> roots, chords;
     if (options.book) {
         roots = chart::ResolveRoots(options.roots);
@@ -54,22 +61,37 @@ void Export(const chart::Options &options, ChartController &chart) {
     }
     chart::Apply(chart, selection);
 
+    if (options.identify || options.identifyFrets) {
+        std::cout << (options.identify
+                          ? chart::IdentifyText(identify, spelling,
+                                                chart::SplitList(*options.identify))
+                          : chart::IdentifyFretsText(chart, *options.identifyFrets, spelling))
+                  << std::flush;
+        return;
+    }
+    chart::ApplySpelling(chart, spelling, chart::SpellingRoot(options.root));
+    const ChartOrientation orientation{options.leftHanded, options.flip};
+
     const bool files = options.png || options.svg || options.pdf || options.book;
-    if (options.text || options.tsv || options.output || !files) {
-        const std::string text = options.tsv ? chart::ChartTsv(chart) : chart::ChartText(chart);
+    if (options.text || options.tsv || options.describe || options.output || !files) {
+        const std::string text = options.tsv ? chart::ChartTsv(chart)
+                                 : options.describe
+                                     ? chart::DescribeText(chart, spelling, options.flip)
+                                     : chart::ChartText(chart, orientation);
         if (options.output)
             chart::WriteTextFile(QString::fromStdString(*options.output), text);
         else
             std::cout << text << std::flush;
     }
     if (options.png)
-        chart::WritePng(QString::fromStdString(*options.png), chart, options.scale);
+        chart::WritePng(QString::fromStdString(*options.png), chart, options.scale, orientation);
     if (options.svg)
-        chart::WriteSvg(QString::fromStdString(*options.svg), chart);
+        chart::WriteSvg(QString::fromStdString(*options.svg), chart, orientation);
     if (options.pdf)
-        chart::WritePdf(QString::fromStdString(*options.pdf), chart);
+        chart::WritePdf(QString::fromStdString(*options.pdf), chart, orientation);
     if (options.book)
-        chart::WriteBook(QString::fromStdString(*options.book), chart, roots, chords);
+        chart::WriteBook(QString::fromStdString(*options.book), chart, roots, chords,
+                         {orientation, spelling, chart::SpellingRoots(options.roots)});
 }
 
 int Run(int argc, char **argv) {

@@ -10,6 +10,30 @@ std::string Value(const std::vector<std::string> &args, std::size_t &i) {
     return args[++i];
 }
 
+// The options given among those that make text or files of the chart.
+std::vector<std::string> ChartOutputs(const Options &o) {
+    std::vector<std::string> given;
+    const std::pair<bool, const char *> outputs[] = {
+        {o.text, "--text"},           {o.tsv, "--tsv"},        {o.describe, "--describe"},
+        {bool(o.output), "--output"}, {bool(o.png), "--png"},  {bool(o.svg), "--svg"},
+        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}};
+    for (const auto &[on, name] : outputs)
+        if (on)
+            given.push_back(name);
+    return given;
+}
+
+void CheckCombinations(const Options &o) {
+    if (o.text + o.tsv + o.describe > 1)
+        throw BadInput("--text, --tsv and --describe exclude each other");
+    if (o.identify && o.identifyFrets)
+        throw BadInput("--identify and --identify-frets exclude each other");
+    const std::vector<std::string> outputs = ChartOutputs(o);
+    if ((o.identify || o.identifyFrets) && !outputs.empty())
+        throw BadInput(std::string(o.identify ? "--identify" : "--identify-frets") +
+                       " prints text only and does not combine with " + outputs[0]);
+}
+
 } // namespace
 
 Options ParseArguments(const std::vector<std::string> &args) {
@@ -62,6 +86,18 @@ Options ParseArguments(const std::vector<std::string> &args) {
             o.pdf = value();
         else if (arg == "--book")
             o.book = value();
+        else if (arg == "--spelling")
+            o.spelling = value();
+        else if (arg == "--left-handed")
+            o.leftHanded = true;
+        else if (arg == "--flip")
+            o.flip = true;
+        else if (arg == "--identify")
+            o.identify = value();
+        else if (arg == "--identify-frets")
+            o.identifyFrets = value();
+        else if (arg == "--describe")
+            o.describe = true;
         else if (arg == "--scale") {
             const std::string s = value();
             if (s != "1" && s != "2")
@@ -72,8 +108,7 @@ Options ParseArguments(const std::vector<std::string> &args) {
         if (source == &local && j + 1 < local.size())
             throw BadInput("option " + arg + " takes no value");
     }
-    if (o.text && o.tsv)
-        throw BadInput("--text and --tsv exclude each other");
+    CheckCombinations(o);
     return o;
 }
 
@@ -102,8 +137,13 @@ Selections (names as in the program's menus; defaults are its start values):
 Output (text goes to standard output unless -o is given):
   --text             the chart as an aligned table, then "Notes: ..." (default)
   --tsv              tab-separated: heading line, label row, string rows, one
-                     line each, cells exactly as in the chart; no notes line
-  -o, --output FILE  write the --text or --tsv output to FILE
+                     line each, cells exactly as in the chart; no notes line.
+                     It is data, so it keeps position and string order even
+                     with --left-handed or --flip
+  --describe         the chart in sentences a screen reader reads well: the
+                     instrument, the chord and its notes, then where each note
+                     lies on each string, by the layout's own fret names
+  -o, --output FILE  write the --text, --tsv or --describe output to FILE
   --png FILE         chart and notes table as a PNG image
   --scale 1|2        pixel scale of the PNG (2 for print)
   --svg FILE         chart and notes table as SVG
@@ -115,6 +155,24 @@ Output (text goes to standard output unless -o is given):
   --version          the version, the same as the program's
   -h, --help         this text
 
+How the chart is shown (text, images and the book alike):
+  --spelling NAMES   sharps (default, as in the program), flats ("A#" is
+                     "Bb"), or chord: each note named by its degree above the
+                     root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)
+  --left-handed      mirrored: the open-string column on the right, positions
+                     rising to the left, headings and label row with them
+  --flip             the last string on top; the label row stays the top row.
+                     The notes table is a legend: neither option turns it
+
+Naming chords (these print text only and take no other output option):
+  --identify NOTES   2 to 4 note names in any spelling and order, comma-
+                     separated: every root and chord type of exactly those
+                     notes, then every one that holds them all, one a line
+  --identify-frets P1,P2[,P3[,P4]]
+                     a position 0..22 per string, or x for a string not
+                     played, on the chosen layout and tuning: first the notes
+                     sounding there, then the chords they make, as above
+
 Files are written to a temporary name and renamed when complete.
 Exit status: 0 success, 1 a file could not be written, 2 bad option or value.
 
@@ -124,6 +182,11 @@ Examples:
   varnock-chart --root "F#" --chord m7 --png fsharp-m7.png --scale 2
   varnock-chart --from-settings --root Gb --chord Maj --svg chart.svg
   varnock-chart --tuning D,A,D --book dad.pdf --chords Maj,m,7
+  varnock-chart --root D --left-handed --flip --png lefty.png
+  varnock-chart --root Bb --spelling chord
+  varnock-chart --root D --describe
+  varnock-chart --identify D,F#,A --spelling flats
+  varnock-chart --frets Chromatic --identify-frets 0,2,4
 )";
 }
 

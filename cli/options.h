@@ -32,10 +32,17 @@ struct Options {
     std::optional<std::string> output; // for --text / --tsv; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
     int scale = 1;
+    // How the chart is shown; the window knows none of these.
+    std::optional<std::string> spelling;
+    bool leftHanded = false;
+    bool flip = false;
+    // Answers in words instead of the chart.
+    std::optional<std::string> identify, identifyFrets;
+    bool describe = false;
 };
 
 // Reads the command line (without argv[0]). Raises BadInput on an unknown
-// option, a missing value or a bad --scale.
+// option, a missing value, a bad --scale or options that exclude each other.
 Options ParseArguments(const std::vector<std::string> &args);
 
 std::string HelpText();

@@ -1,6 +1,5 @@
 #include "cli/writers.h"
 
-#include "chart/sheet.h"
 #include "cli/chartdoc.h"
 #include "cli/options.h"
 
@@ -41,8 +40,9 @@ void WriteTextFile(const QString &path, const std::string &bytes) {
     Commit(file);
 }
 
-void WritePng(const QString &path, ChartController &chart, int scale) {
-    const QImage image = RenderSheet(chart, scale);
+void WritePng(const QString &path, ChartController &chart, int scale,
+              ChartOrientation orientation) {
+    const QImage image = RenderSheet(chart, scale, orientation);
     QSaveFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
@@ -50,7 +50,7 @@ void WritePng(const QString &path, ChartController &chart, int scale) {
     Commit(file);
 }
 
-void WriteSvg(const QString &path, ChartController &chart) {
+void WriteSvg(const QString &path, ChartController &chart, ChartOrientation orientation) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
@@ -64,12 +64,12 @@ void WriteSvg(const QString &path, ChartController &chart) {
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
-        PaintSheet(painter, chart);
+        PaintSheet(painter, chart, orientation);
     }
     Commit(file);
 }
 
-void WritePdf(const QString &path, ChartController &chart) {
+void WritePdf(const QString &path, ChartController &chart, ChartOrientation orientation) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
@@ -86,7 +86,7 @@ void WritePdf(const QString &path, ChartController &chart) {
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
         painter.translate(margin, margin);
-        PaintSheet(painter, chart);
+        PaintSheet(painter, chart, orientation);
     }
     Commit(file);
 }

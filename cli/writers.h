@@ -4,6 +4,8 @@
 // place on success, so a failed run leaves nothing half-written; WriteFailed
 // on any failure.
 
+#include "chart/sheet.h"
+
 #include <QString>
 
 #include <string>
@@ -19,9 +21,10 @@ namespace varnock::chart {
 
 void WriteTextFile(const QString &path, const std::string &bytes);
 // The sheet: chart, notes table and its label.
-void WritePng(const QString &path, ChartController &chart, int scale);
-void WriteSvg(const QString &path, ChartController &chart);
-void WritePdf(const QString &path, ChartController &chart);
+void WritePng(const QString &path, ChartController &chart, int scale,
+              ChartOrientation orientation = {});
+void WriteSvg(const QString &path, ChartController &chart, ChartOrientation orientation = {});
+void WritePdf(const QString &path, ChartController &chart, ChartOrientation orientation = {});
 
 // Sheet pixels per inch on paper: the screen's 96 dpi.
 constexpr int kResolution = 96;

@@ -56,7 +56,7 @@ void PaintFrame(QPainter &p, QSize size, const ListboxLook &look) {
 
 void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLook &look) {
     for (Int column = 0; column < list.ColumnCount(); ++column) {
-        QRect r = ListboxCellRect(list, size, 0, column);
+        QRect r = ListboxCellPlace(list, size, 0, column, look);
         r.moveTop(Contents(size).top());
         r.setHeight(kListboxHeadingHeight);
         QStyleOptionHeader opt;
@@ -73,7 +73,7 @@ void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
 
 void PaintCell(QPainter &p, Listbox &list, QSize size, const ListboxLook &look,
                const QPalette &palette, Int row, Int column) {
-    const QRect r = ListboxCellRect(list, size, row, column);
+    const QRect r = ListboxCellPlace(list, size, row, column, look);
     p.setFont(look.font);
     bool backgroundDone = false;
     {
@@ -118,6 +118,20 @@ QRect ListboxCellRect(const Listbox &list, QSize size, Int row, Int column) {
     const Int y0 = inner.top() + kListboxHeadingHeight + row * list.DefaultRowHeight();
     return QRect(static_cast<int>(x0), static_cast<int>(y0), static_cast<int>(x1 - x0),
                  static_cast<int>(list.DefaultRowHeight()));
+}
+
+QRect ListboxCellPlace(const Listbox &list, QSize size, Int row, Int column,
+                       const ListboxLook &look) {
+    QRect r = ListboxCellRect(list, size, row, column);
+    if (look.mirrorColumns) {
+        // The column boundaries mirror too, so every cell keeps its width.
+        const QRect inner = Contents(size);
+        r.moveLeft(inner.left() + inner.right() - r.right());
+    }
+    const std::optional<Int> from = look.reverseRowsFrom;
+    if (from && row >= *from && row < list.ListCount())
+        r.moveTop(ListboxCellRect(list, size, *from + list.LastIndex() - row, column).top());
+    return r;
 }
 
 void PaintListbox(QPainter &p, Listbox &list, QSize size, const ListboxLook &look) {

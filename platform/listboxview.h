@@ -12,6 +12,8 @@
 #include <QFrame>
 #include <QRect>
 
+#include <optional>
+
 class QPainter;
 
 namespace varnock {
@@ -23,6 +25,11 @@ struct ListboxLook {
     // Without one, the application's, as for an enabled list out of focus.
     const QWidget *widget = nullptr;
     bool focused = false;
+    // A display order: the columns right to left, and the existing rows from
+    // this one on in reverse. Each cell keeps its own size, and its paint
+    // events still get its real row and column.
+    bool mirrorColumns = false;
+    std::optional<Int> reverseRowsFrom = std::nullopt;
 };
 
 inline constexpr int kListboxHeadingHeight = 19;
@@ -30,6 +37,9 @@ inline constexpr int kListboxHeadingHeight = 19;
 // A cell of a list `size` large, in the list's own coordinates (rows from 0
 // below the heading line).
 QRect ListboxCellRect(const Listbox &list, QSize size, Int row, Int column);
+// Where PaintListbox draws that cell under the look's display order.
+QRect ListboxCellPlace(const Listbox &list, QSize size, Int row, Int column,
+                       const ListboxLook &look);
 
 // Paints the whole list, frame included, with its top-left corner at the
 // painter's origin.

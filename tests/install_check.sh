@@ -29,6 +29,9 @@ check -s share/varnock/VarnockFrets128b.bmp
 check -s share/applications/varnock.desktop
 check -s share/metainfo/io.github.helmford.Varnock.metainfo.xml
 check -s share/icons/hicolor/scalable/apps/varnock.svg
+check -s share/man/man1/varnock.1.gz
+check -s share/man/man1/varnock-chart.1.gz
+check -s share/bash-completion/completions/varnock-chart
 
 # One PNG icon per size, each as large as its folder says.
 for size in 16 32 48 64 128 256; do

@@ -32,6 +32,7 @@ check -s share/icons/hicolor/scalable/apps/varnock.svg
 check -s share/man/man1/varnock.1.gz
 check -s share/man/man1/varnock-chart.1.gz
 check -s share/bash-completion/completions/varnock-chart
+check -s share/doc/varnock/copyright
 
 # One PNG icon per size, each as large as its folder says.
 for size in 16 32 48 64 128 256; do

@@ -157,7 +157,7 @@ std::string ChordModel::DisplayChord() {
 void ChordModel::ResetFretboard() {
     for (Int row = 1; row <= 4; ++row) {
         for (Int col = 0; col <= kLastPosition; ++col)
-            TableOne(row, col) = ",";
+            TableOne(row, col).assign(1, ','); // an empty cell is one comma
     }
 }
 

@@ -1,18 +1,17 @@
 #!/usr/bin/env python3
-"""Draws the About picture and the desktop icon: a fretboard with four note dots.
+"""Draws the About picture: a fretboard with four note dots.
 
     python3 resources/make_pictures.py [output-dir]
 
-writes VarnockFrets128b.bmp (128 x 128, 24-bit, uncompressed) and varnock.png
-(128 x 128, RGBA, the same drawing on a rounded tile). Standard library only;
-the output is the same byte for byte on every run.
+writes VarnockFrets128b.bmp (128 x 128, 24-bit, uncompressed). Standard
+library only; the output is the same byte for byte on every run. (The desktop
+icon is drawn in varnock.svg; the build renders its PNG sizes.)
 """
 
 import math
 import os
 import struct
 import sys
-import zlib
 
 SIZE = 128
 SUPER = 4  # samples per pixel along each axis, for smooth edges
@@ -262,59 +261,10 @@ def write_bmp(path, pixels):
         f.write(header + info + bytes(body))
 
 
-def write_png(path, rgba_rows):
-    height = len(rgba_rows)
-    width = len(rgba_rows[0])
-    raw = bytearray()
-    for row in rgba_rows:
-        raw.append(0)  # no filter
-        for px in row:
-            raw += bytes(px)
-
-    def chunk(kind, data):
-        return (struct.pack(">I", len(data)) + kind + data
-                + struct.pack(">I", zlib.crc32(kind + data) & 0xFFFFFFFF))
-
-    png = b"\x89PNG\r\n\x1a\n"
-    png += chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 6, 0, 0, 0))
-    png += chunk(b"IDAT", zlib.compress(bytes(raw), 9))
-    png += chunk(b"IEND", b"")
-    with open(path, "wb") as f:
-        f.write(png)
-
-
-def tile_coverage(px, py):
-    """How much of pixel (px, py) lies on the icon's rounded tile."""
-    margin, radius = 4.0, 22.0
-    inside = 0
-    for sy in range(SUPER):
-        for sx in range(SUPER):
-            x = px + (sx + 0.5) / SUPER
-            y = py + (sy + 0.5) / SUPER
-            qx = max(margin + radius - x, x - (SIZE - margin - radius), 0.0)
-            qy = max(margin + radius - y, y - (SIZE - margin - radius), 0.0)
-            if math.hypot(qx, qy) <= radius:
-                inside += 1
-    return inside / (SUPER * SUPER)
-
-
-def icon(pixels):
-    rows = []
-    for py in range(SIZE):
-        row = []
-        for px in range(SIZE):
-            a = tile_coverage(px, py)
-            r, g, b = pixels[py][px]
-            row.append((r, g, b, int(round(a * 255))))
-        rows.append(row)
-    return rows
-
-
 def main():
     out = sys.argv[1] if len(sys.argv) > 1 else os.path.dirname(os.path.abspath(__file__))
     pixels = render()
     write_bmp(os.path.join(out, "VarnockFrets128b.bmp"), pixels)
-    write_png(os.path.join(out, "varnock.png"), icon(pixels))
 
 
 if __name__ == "__main__":

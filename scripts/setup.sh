@@ -1,10 +1,20 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Varnock needs (only those missing), then
-# configures and builds. Usage: scripts/setup.sh BUILD_DIR [cmake options...]
+# configures and builds.
+#   scripts/setup.sh [--check-tools] BUILD_DIR [cmake options...]
+# --check-tools also installs what the package checks use (the test script
+# passes it; running the program does not need them).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev fonts-dejavu-core)
+# cpack -G DEB (dpkg-shlibdeps), lintian, the desktop entry and AppStream
+# validators, the manual page renderer, file for the icon sizes.
+check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file)
+if [ "${1-}" = --check-tools ]; then
+  packages+=("${check_packages[@]}")
+  shift
+fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -1,14 +1,25 @@
 #!/usr/bin/env bash
-# Sets everything up and runs the whole test suite twice: a normal build, and a
-# build under AddressSanitizer + UndefinedBehaviorSanitizer. Any compiler
-# warning fails the build. Needs no display: Qt runs on its offscreen platform.
+# Sets everything up and runs the whole test suite: a normal build and its
+# tests; a Release build made the way Debian's packagers build, packed into
+# a .deb that is then checked; and a build under AddressSanitizer +
+# UndefinedBehaviorSanitizer with the tests again. Any compiler warning fails
+# the build here. Needs no display: Qt runs on its offscreen platform.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export QT_QPA_PLATFORM=offscreen
 
-bash scripts/setup.sh build-test -DCMAKE_BUILD_TYPE=RelWithDebInfo
+bash scripts/setup.sh --check-tools build-test --preset ci
 ctest --test-dir build-test --output-on-failure -j"$(nproc)"
 
-bash scripts/setup.sh build-asan -DCMAKE_BUILD_TYPE=Debug -DVARNOCK_SANITIZE=ON -DVARNOCK_BENCH=OFF
+# Release with the packagers' compiler and linker flags (hardening included),
+# without tests or benchmarks, then the package built from it and checked.
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+bash scripts/setup.sh build-package --preset release -DVARNOCK_WERROR=ON \
+  -DVARNOCK_TESTS=OFF -DVARNOCK_BENCH=OFF \
+  -DCMAKE_CXX_FLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)" \
+  -DCMAKE_EXE_LINKER_FLAGS="$(dpkg-buildflags --get LDFLAGS)"
+bash scripts/package_check.sh build-package
+
+bash scripts/setup.sh build-asan --preset asan
 ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   ctest --test-dir build-asan --output-on-failure -j"$(nproc)"

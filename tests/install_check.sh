@@ -27,7 +27,27 @@ check -x bin/varnock
 check -x bin/varnock-chart
 check -s share/varnock/VarnockFrets128b.bmp
 check -s share/applications/varnock.desktop
-check -s share/icons/hicolor/128x128/apps/varnock.png
+check -s share/metainfo/io.github.helmford.Varnock.metainfo.xml
+check -s share/icons/hicolor/scalable/apps/varnock.svg
+check -s share/man/man1/varnock.1.gz
+check -s share/man/man1/varnock-chart.1.gz
+check -s share/bash-completion/completions/varnock-chart
+check -s share/doc/varnock/copyright
+
+# One PNG icon per size, each as large as its folder says.
+for size in 16 32 48 64 128 256; do
+    png=share/icons/hicolor/${size}x${size}/apps/varnock.png
+    check -s "$png"
+    if [ -s "$prefix/$png" ]; then
+        # The signature, then width and height in the IHDR chunk.
+        header=$(od -An -tx1 -N24 "$prefix/$png" | tr -d ' \n')
+        want=89504e470d0a1a0a0000000d49484452$(printf '%08x%08x' "$size" "$size")
+        if [ "$header" != "$want" ]; then
+            echo "not a ${size}x${size} PNG: $png"
+            failed=1
+        fi
+    fi
+done
 
 desktop=$prefix/share/applications/varnock.desktop
 if [ -f "$desktop" ]; then

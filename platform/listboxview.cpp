@@ -1,13 +1,16 @@
 #include "platform/listboxview.h"
 
 #include "platform/graphics.h"
+#include "platform/listboxaccessible.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
 #include <QStyleOptionHeader>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -146,15 +149,36 @@ void PaintListbox(QPainter &p, Listbox &list, QSize size, const ListboxLook &loo
 }
 
 ListboxView::ListboxView(Listbox &list, QWidget *parent) : QFrame(parent), list_(list) {
+    InstallListboxAccessibility();
+    // An assistive client that asked about the widget while it was still
+    // being built got a plain widget's interface; drop it, so the next
+    // question gets the table.
+    if (QAccessible::isActive())
+        if (QAccessibleInterface *early = QAccessible::queryAccessibleInterface(this);
+            early && !early->tableInterface())
+            QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(early));
     setFrameStyle(QFrame::Box | QFrame::Plain);
     setLineWidth(kFrameWidth);
     setFocusPolicy(Qt::StrongFocus);
     setAutoFillBackground(false);
-    list_.Observer = [this] { update(); };
+    list_.Observer = [this] { ListChanged(); };
 }
 
 ListboxView::~ListboxView() {
     list_.Observer = nullptr;
+}
+
+void ListboxView::ListChanged() {
+    update();
+    // A recompute changes many cells one by one: assistive technology hears
+    // of it once, when it is over.
+    if (QAccessible::isActive() && !contentNewsDue_) {
+        contentNewsDue_ = true;
+        QTimer::singleShot(0, this, [this] {
+            contentNewsDue_ = false;
+            AnnounceListboxContent(*this);
+        });
+    }
 }
 
 void ListboxView::paintEvent(QPaintEvent *) {

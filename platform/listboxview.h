@@ -48,7 +48,10 @@ class ListboxView : public QFrame {
     void keyPressEvent(QKeyEvent *event) override;
 
   private:
+    void ListChanged();
+
     Listbox &list_;
+    bool contentNewsDue_ = false;
 };
 
 } // namespace varnock

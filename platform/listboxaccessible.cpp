@@ -77,6 +77,8 @@ class CellAccessible : public QAccessibleInterface, public QAccessibleTableCellI
         if (row_ >= 0) {
             s.focusable = s.selectable = true;
             s.selected = isSelected();
+            s.focused = view_->hasFocus() && view_->CurrentRow() == row_ &&
+                        view_->CurrentColumn() == column_;
         }
         return s;
     }
@@ -148,6 +150,13 @@ class ListboxAccessible : public QAccessibleWidget, public QAccessibleTableInter
         }
         return nullptr;
     }
+    QAccessibleInterface *focusChild() const override {
+        if (!View()->hasFocus())
+            return nullptr;
+        return cellAt(static_cast<int>(View()->CurrentRow()),
+                      static_cast<int>(View()->CurrentColumn()));
+    }
+
     QAccessibleInterface *caption() const override { return nullptr; }
     QAccessibleInterface *summary() const override { return nullptr; }
     QAccessibleInterface *cellAt(int row, int column) const override {
@@ -238,6 +247,27 @@ void InstallListboxAccessibility() {
 std::string ListboxCellName(const std::string &heading, const std::string &text) {
     const std::string shown = text.empty() ? "(empty)" : text;
     return heading.empty() ? shown : heading + ": " + shown;
+}
+
+void AnnounceListboxCell(ListboxView &view, bool selection) {
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&view);
+    QAccessibleInterface *cell =
+        table && table->tableInterface()
+            ? table->tableInterface()->cellAt(static_cast<int>(view.CurrentRow()),
+                                              static_cast<int>(view.CurrentColumn()))
+            : nullptr;
+    if (!cell)
+        return;
+    if (selection) {
+        QAccessibleEvent event(cell, QAccessible::Selection);
+        QAccessible::updateAccessibility(&event);
+    }
+    if (view.hasFocus()) {
+        QAccessibleEvent event(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void AnnounceListboxContent(ListboxView &view) {

@@ -1,14 +1,20 @@
 // What a screen reader gets from the window's two tables: their shape,
-// headings and cell texts through Qt's accessibility interfaces.
+// headings and cell texts through Qt's accessibility interfaces, and a
+// current cell that the arrow keys move without changing a pixel.
 
+#include "platform/listboxaccessible.h"
 #include "support.h"
 
 #include <QAccessible>
+#include <QTest>
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
+#include <vector>
 
 using namespace varnock;
+using testsupport::Grab;
 using testsupport::OpenWindow;
 
 namespace {
@@ -102,4 +108,42 @@ TEST(ListAccess, CellsFollowTheListAndItsSelection) {
     EXPECT_EQ(w->Listbox2->ListIndex(), 0);
     EXPECT_TRUE(fourth->state().selected);
     EXPECT_EQ(notes->tableInterface()->selectedCellCount(), 4);
+}
+
+TEST(ListAccess, ArrowKeysMoveTheCurrentCellAndNothingElse) {
+    OpenWindow w;
+    w->show();
+    w->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w.window.get()));
+    auto *view = static_cast<ListboxView *>(w->ControlView("Listbox1"));
+    view->setFocus();
+    ASSERT_TRUE(view->hasFocus());
+    // Up and Down move the selected row as they always did; the first key
+    // lands on the first cell.
+    const struct {
+        Qt::Key key;
+        int row, column, selected;
+    } steps[] = {
+        {Qt::Key_Right, 0, 0, -1}, {Qt::Key_Right, 0, 1, -1}, {Qt::Key_Right, 0, 2, -1},
+        {Qt::Key_Left, 0, 1, -1},  {Qt::Key_Left, 0, 0, -1},  {Qt::Key_Left, 0, 0, -1},
+        {Qt::Key_Down, 0, 0, 0},   {Qt::Key_Down, 1, 0, 1},   {Qt::Key_Right, 1, 1, 1},
+        {Qt::Key_Up, 0, 1, 0},
+    };
+    QImage before = Grab(w.window.get());
+    for (const auto &s : steps) {
+        QTest::keyClick(view, s.key);
+        EXPECT_EQ(view->CurrentRow(), s.row);
+        EXPECT_EQ(view->CurrentColumn(), s.column);
+        EXPECT_EQ(
+            Text(TableOf(*w, "Listbox1")->focusChild()),
+            ListboxCellName(w->Listbox1->Heading(s.column), w->Listbox1->Cell(s.row, s.column)));
+        EXPECT_EQ(w->Listbox1->ListIndex(), s.selected);
+        // Only the selected row's highlight, which Up and Down always moved,
+        // may change the window.
+        const QImage after = Grab(w.window.get());
+        if (s.key == Qt::Key_Left || s.key == Qt::Key_Right) {
+            EXPECT_EQ(after, before) << "key " << s.key;
+        }
+        before = after;
+    }
 }

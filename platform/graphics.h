@@ -47,7 +47,8 @@ class Graphics {
     // Fills a rectangle, cut to the cell, with one vertical gradient that
     // passes through rows[i] at the centre of the rectangle's pixel row i, in
     // straight lines between those centres; rows past the list take its last
-    // colour. The current colour is kept.
+    // colour. On PDF it is drawn row by row instead (see graphics.cpp). The
+    // current colour is kept.
     void FillVerticalGradient(double x, double y, double width, double height,
                               std::span<const Color> rows);
     // One pixel wide, both end points included.

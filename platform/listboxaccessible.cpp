@@ -6,7 +6,9 @@
 #include <QPointer>
 #include <QWindow>
 
+#include <algorithm>
 #include <map>
+#include <utility>
 
 namespace varnock {
 
@@ -15,8 +17,6 @@ namespace {
 QString Q(const std::string &text) {
     return QString::fromStdString(text);
 }
-
-class ListboxAccessible;
 
 // A heading (row -1) or a cell of the list. It reads the list afresh on
 // every question, so it never holds stale text; it is valid while its row is.

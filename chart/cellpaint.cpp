@@ -1,5 +1,7 @@
 #include "chart/cellpaint.h"
 
+#include <vector>
+
 namespace varnock {
 
 FillRule ChartFillRule(Int row, Int column, Int rowCount) {
@@ -63,6 +65,16 @@ void PaintTile(Graphics &g, const FillRule &rule) {
         g.FillRect(0, 0, static_cast<double>(w), static_cast<double>(h));
         break;
     case Fill::Gradient:
+        // A vector file gets one shape instead of a line per pixel row, with
+        // each row's own colour at the row's centre: the same pixels at the
+        // sheet's size, and a smooth shade when zoomed.
+        if (g.Vector()) {
+            std::vector<Color> rows;
+            for (Int y = 0; y < h; ++y)
+                rows.push_back(GradientColor(colors::kGradientTop, rule.color, y, h));
+            g.FillVerticalGradient(0, 0, static_cast<double>(w), static_cast<double>(h), rows);
+            break;
+        }
         // Bottom first; the line at y = H lies just below the cell and is cut off.
         for (Int y = h; y >= 0; --y) {
             g.ForeColor(GradientColor(colors::kGradientTop, rule.color, y, h));

@@ -14,11 +14,17 @@
 #include <QMenuBar>
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace varnock {
 
 namespace {
+
+// What a screen reader calls the two tables.
+QString SpokenName(std::string_view list) {
+    return list == "Listbox1" ? QStringLiteral("Chart") : QStringLiteral("Notes");
+}
 
 iniClass &Store() {
     if (!myINI)
@@ -66,6 +72,7 @@ void Window1::_CreateControls0() {
         case ControlKind::Listbox:
             view = new ListboxView(*ListByName(c.name), content);
             view->setFont(ListFont());
+            view->setAccessibleName(SpokenName(c.name));
             focusOrder.emplace_back(c.tabIndex, view);
             break;
         case ControlKind::Label:

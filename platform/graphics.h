@@ -5,10 +5,12 @@
 
 #include "platform/basic.h"
 
+#include <QBrush>
 #include <QFont>
 #include <QRect>
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 class QPainter;
@@ -37,8 +39,18 @@ class Graphics {
     Color ForeColor() const { return fore_; }
     Int Width() const { return width_; }
     Int Height() const { return height_; }
+    // True on a device that keeps shapes (PDF, SVG), where every shape costs
+    // file size; false on one of pixels (screen, image).
+    bool Vector() const;
 
     void FillRect(double x, double y, double width, double height);
+    // Fills a rectangle, cut to the cell, with one vertical gradient that
+    // passes through rows[i] at the centre of the rectangle's pixel row i, in
+    // straight lines between those centres; rows past the list take its last
+    // colour. On PDF it is drawn row by row instead (see graphics.cpp). The
+    // current colour is kept.
+    void FillVerticalGradient(double x, double y, double width, double height,
+                              std::span<const Color> rows);
     // One pixel wide, both end points included.
     void DrawLine(double x1, double y1, double x2, double y2);
     // Text starting at x with its baseline at y. Wrapping and condensing are
@@ -51,6 +63,7 @@ class Graphics {
     // it ourselves gives the pixels a clip would, without the clip: on the
     // PDF and SVG engines every clip change costs a state flush.
     void FillClipped(QRect rect);
+    void FillClipped(QRect rect, const QBrush &brush);
     // Runs a drawing that may cross the cell's edge under a clip to the cell.
     template <typename Draw> void WithClip(Draw draw);
 
@@ -60,6 +73,7 @@ class Graphics {
     Int height_;
     Color fore_ = 0;
     bool antialiasing_;
+    int engine_; // the QPaintEngine::Type drawn on
 };
 
 } // namespace varnock

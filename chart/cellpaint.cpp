@@ -54,7 +54,9 @@ std::optional<Color> NotesTextColor(Int column) {
     return std::nullopt;
 }
 
-void PaintTile(Graphics &g, const FillRule &rule) {
+namespace {
+
+void DrawTile(Graphics &g, const FillRule &rule) {
     const Int w = g.Width();
     const Int h = g.Height();
     switch (rule.kind) {
@@ -90,6 +92,16 @@ void PaintTile(Graphics &g, const FillRule &rule) {
     g.ForeColor(colors::kFrameLight);
     g.DrawLine(0, 0, W, 0);
     g.DrawLine(0, 0, 0, H);
+}
+
+} // namespace
+
+void PaintTile(Graphics &g, const FillRule &rule) {
+    if (rule.kind == Fill::None)
+        return;
+    // The same few tiles recur in every chart of a book: a PDF keeps each once.
+    g.DrawShared((static_cast<std::uint64_t>(rule.kind) << 32) | rule.color,
+                 [&rule](Graphics &tile) { DrawTile(tile, rule); });
 }
 
 } // namespace varnock

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QLinearGradient>
 #include <QPaintEngine>
 #include <QPainter>
@@ -9,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <map>
+#include <tuple>
 
 namespace varnock {
 
@@ -71,14 +74,6 @@ void Graphics::FillVerticalGradient(double x, double y, double width, double hei
     const auto row = [&](int i) {
         return rows[std::min(static_cast<std::size_t>(i), rows.size() - 1)];
     };
-    // Qt's PDF writer stores every gradient fill as three objects of its own,
-    // about half a kilobyte and never compressed: there a line per row, which
-    // compresses to a few bytes, keeps the file lighter.
-    if (engine_ == QPaintEngine::Pdf) {
-        for (int i = 0; i < rect.height(); ++i)
-            FillClipped(QRect(rect.left(), rect.top() + i, rect.width(), 1), ToQColor(row(i)));
-        return;
-    }
     const QPointF top = QPointF(cell_.topLeft()) + QPointF(rect.topLeft());
     QLinearGradient gradient(top, top + QPointF(0, rect.height()));
     QGradientStops stops;
@@ -86,6 +81,40 @@ void Graphics::FillVerticalGradient(double x, double y, double width, double hei
         stops.append({(i + 0.5) / rect.height(), ToQColor(row(i))});
     gradient.setStops(stops);
     FillClipped(rect, gradient);
+}
+
+bool DrawsPdf(const QPainter &painter) {
+    return EngineType(painter) == QPaintEngine::Pdf;
+}
+
+void DrawSharedPicture(QPainter &painter, QPoint at, QSize size, std::uint64_t key,
+                       const std::function<void(QPainter &)> &draw) {
+    // Kept for the life of the program: a picture's identity is what lets
+    // the PDF writer store it once.
+    static std::map<std::tuple<std::uint64_t, int, int>, QImage> pictures;
+    QImage &picture = pictures[{key, size.width(), size.height()}];
+    if (picture.isNull()) {
+        picture = QImage(size, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter onPicture(&picture);
+        draw(onPicture);
+    }
+    // Left on for the rest of the document: every picture drawn into it is
+    // to keep its exact colours.
+    if (!painter.testRenderHint(QPainter::LosslessImageRendering))
+        painter.setRenderHint(QPainter::LosslessImageRendering);
+    painter.drawImage(at, picture);
+}
+
+void Graphics::DrawShared(std::uint64_t key, const std::function<void(Graphics &)> &draw) {
+    if (engine_ != QPaintEngine::Pdf) {
+        draw(*this);
+        return;
+    }
+    DrawSharedPicture(painter_, cell_.topLeft(), cell_.size(), key, [&](QPainter &onPicture) {
+        Graphics graphics(onPicture, QRect(QPoint(0, 0), cell_.size()));
+        draw(graphics);
+    });
 }
 
 void Graphics::DrawLine(double x1, double y1, double x2, double y2) {

@@ -10,6 +10,7 @@
 #include <QRect>
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -25,6 +26,15 @@ constexpr Color RGB(Int red, Int green, Int blue, Int alpha = 0) {
     (void)alpha;
     return static_cast<Color>(((red & 255) << 16) | ((green & 255) << 8) | (blue & 255));
 }
+
+// True when the painter writes a PDF.
+bool DrawsPdf(const QPainter &painter);
+
+// Draws at `at` the picture that `draw` paints on a `size` image, made once
+// for each key and size and kept: a PDF then stores it once however often it
+// is drawn. Drawn losslessly, so its colours stay exact.
+void DrawSharedPicture(QPainter &painter, QPoint at, QSize size, std::uint64_t key,
+                       const std::function<void(QPainter &)> &draw);
 
 class Graphics {
   public:
@@ -47,10 +57,14 @@ class Graphics {
     // Fills a rectangle, cut to the cell, with one vertical gradient that
     // passes through rows[i] at the centre of the rectangle's pixel row i, in
     // straight lines between those centres; rows past the list take its last
-    // colour. On PDF it is drawn row by row instead (see graphics.cpp). The
-    // current colour is kept.
+    // colour. The current colour is kept.
     void FillVerticalGradient(double x, double y, double width, double height,
                               std::span<const Color> rows);
+    // Runs `draw` for this cell. On a PDF device what it paints becomes one
+    // lossless picture, made once for each key and cell size and drawn
+    // wherever the same is drawn again: the PDF keeps a single copy of it,
+    // where shapes would cost bytes and time in every cell.
+    void DrawShared(std::uint64_t key, const std::function<void(Graphics &)> &draw);
     // One pixel wide, both end points included.
     void DrawLine(double x1, double y1, double x2, double y2);
     // Text starting at x with its baseline at y. Wrapping and condensing are

@@ -21,6 +21,8 @@ namespace {
 // Where the list starts a cell's text of its own accord.
 constexpr int kTextInset = 4;
 constexpr int kFrameWidth = 1;
+// The key of the heading sections' shared picture.
+constexpr std::uint64_t kHeadingPicture = 0x4845414400000000;
 
 const QStyle *StyleOf(const ListboxLook &look) {
     return look.widget ? look.widget->style() : QApplication::style();
@@ -70,7 +72,20 @@ void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
         opt.textAlignment = Qt::AlignLeft | Qt::AlignVCenter;
         opt.position = QStyleOptionHeader::Middle;
         opt.state |= QStyle::State_Raised;
-        StyleOf(look)->drawControl(QStyle::CE_Header, &opt, &p, look.widget);
+        const QStyle *style = StyleOf(look);
+        if (!DrawsPdf(p)) {
+            style->drawControl(QStyle::CE_Header, &opt, &p, look.widget);
+            continue;
+        }
+        // In a PDF the section's clipping would be written out for every
+        // section of every chart: its look goes in once as a picture, its
+        // label as text.
+        DrawSharedPicture(p, r.topLeft(), r.size(), kHeadingPicture, [&](QPainter &onPicture) {
+            QStyleOptionHeader section = opt;
+            section.rect = QRect(QPoint(0, 0), r.size());
+            style->drawControl(QStyle::CE_HeaderSection, &section, &onPicture, look.widget);
+        });
+        style->drawControl(QStyle::CE_HeaderLabel, &opt, &p, look.widget);
     }
 }
 

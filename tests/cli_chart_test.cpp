@@ -19,6 +19,8 @@
 using namespace varnock;
 using testsupport::Grab;
 using testsupport::OpenWindow;
+using testsupport::Outcome;
+using testsupport::RunChart;
 
 namespace {
 
@@ -44,19 +46,6 @@ chart::Options Example2() {
     o.root = "D";
     o.chord = "7";
     return o;
-}
-
-struct Outcome {
-    int status;
-    std::string out, err;
-};
-
-Outcome RunChart(const QStringList &args) {
-    QProcess p;
-    p.start(QStringLiteral(VARNOCK_CHART_EXE), args);
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitCode(), p.readAllStandardOutput().toStdString(),
-            p.readAllStandardError().toStdString()};
 }
 
 int PdfPages(const QString &path) {
@@ -214,20 +203,6 @@ TEST(ChartExport, NamesResolveAsTheMenusHaveThemOrAreRefusedWithTheAcceptedOnes)
     EXPECT_EQ(chart::ParseArguments({"--root=Gb"}).root, "Gb");
 }
 
-TEST(ChartExport, OneTimesImageHoldsTheWindowsChartPixelForPixel) {
-    OpenWindow w;
-    Select(*w, Example2());
-    const QImage chartPixels = Grab(w->ControlView("Listbox1"));
-    const QImage sheet = RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
-    ASSERT_EQ(sheet.size(), SheetSize());
-    EXPECT_EQ(sheet.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
-    // The notes table stands where the window has it, relative to the chart.
-    const QImage notes = Grab(w->ControlView("Listbox2"));
-    const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
-    EXPECT_EQ(sheet.copy(QRect(at, notes.size())), notes);
-    EXPECT_EQ(RenderSheet(*w, 2).size(), SheetSize() * 2);
-}
-
 TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     OpenWindow w;
     Select(*w, Example2());
@@ -263,18 +238,6 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     EXPECT_GT(static_cast<double>(same) / (sheet.width() * sheet.height()), 0.9);
 }
 
-TEST(ChartExport, BookHasAContentsPageAndPagesPerRoot) {
-    OpenWindow w;
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("book.pdf"));
-    const int pages = chart::WriteBook(path, *w, chart::ResolveRoots(std::nullopt),
-                                       chart::ResolveChords(std::nullopt));
-    EXPECT_EQ(pages, 1 + 12 * (32 / chart::kChartsPerPage));
-    EXPECT_EQ(PdfPages(path), pages);
-}
-
-// ---- the installed command itself ----
-
 TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     OpenWindow w;
     Select(*w, Example1());
@@ -284,8 +247,13 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(run.out.empty());
     const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(image.size(), SheetSize());
     const QImage chartPixels = Grab(w->ControlView("Listbox1"));
     EXPECT_EQ(image.copy(QRect(QPoint(0, 0), chartPixels.size())), chartPixels);
+    // The notes table stands where the window has it, relative to the chart.
+    const QImage notes = Grab(w->ControlView("Listbox2"));
+    const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
+    EXPECT_EQ(image.copy(QRect(at, notes.size())), notes);
     const QString big = dir.filePath(QStringLiteral("big.png"));
     ASSERT_EQ(RunChart({"--root", "D", "--png", big, "--scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
@@ -333,13 +301,20 @@ TEST(ChartCommand, UnwritablePathExitsOne) {
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size(), 0);
 }
 
-TEST(ChartCommand, HelpListsOptionsAndExamples) {
-    const Outcome run = RunChart({"--help"});
-    EXPECT_EQ(run.status, 0);
-    for (const char *word : {"--frets", "--strings", "--tuning", "--root", "--chord",
-                             "--from-settings", "--text", "--tsv", "--png", "--scale", "--svg",
-                             "--pdf", "--book", "--roots", "--chords", "--version", "Examples:"})
-        EXPECT_NE(run.out.find(word), std::string::npos) << word;
+TEST(ChartCommand, HelpListsEveryOptionAndTheVersionIsTheProgramsOwn) {
+    const std::string help = RunChart({"--help"}).out;
+    const std::string examples = help.substr(help.find("Examples:"));
+    for (const char *option : {"--frets", "--strings", "--tuning", "--root", "--chord",
+                               "--from-settings", "--text", "--tsv", "--png", "--scale", "--svg",
+                               "--pdf", "--book", "--roots", "--chords", "--version"})
+        EXPECT_NE(help.find(option), std::string::npos) << option;
+    // The newer ones each with an example too.
+    for (const char *option : {"--spelling", "--left-handed", "--flip", "--identify ",
+                               "--identify-frets", "--describe"}) {
+        EXPECT_NE(help.find(std::string("  ") + option), std::string::npos) << option;
+        EXPECT_NE(examples.find(option), std::string::npos) << option;
+    }
+    EXPECT_NE(help.find("notes table is a legend"), std::string::npos);
     EXPECT_EQ(RunChart({"--version"}).out, std::string("varnock-chart ") + kShortVersion + "\n");
 }
 

@@ -25,6 +25,7 @@
 
 using namespace varnock;
 using testsupport::OpenWindow;
+using testsupport::RunChart;
 using theory::Spelling;
 
 namespace {
@@ -42,19 +43,6 @@ chart::Options Chart(const char *frets, const char *tuning, const char *root, co
 void Select(Window1 &w, const chart::Options &o, Spelling spelling = Spelling::Sharps) {
     chart::Apply(w, chart::Resolve(o));
     chart::ApplySpelling(w, spelling, chart::SpellingRoot(o.root));
-}
-
-struct Result {
-    int status;
-    std::string out, err;
-};
-
-Result Command(const QStringList &args) {
-    QProcess p;
-    p.start(QStringLiteral(VARNOCK_CHART_EXE), args);
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitCode(), p.readAllStandardOutput().toStdString(),
-            p.readAllStandardError().toStdString()};
 }
 
 std::vector<std::string> Lines(const std::string &text) {
@@ -125,8 +113,8 @@ TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
         EXPECT_EQ(lines[0].substr(0, 3), left ? "22 " : "0 1");
         EXPECT_EQ(lines.back(), "Notes: D F# A C");
     }
-    EXPECT_EQ(Command({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord", "7",
-                       "--tsv", "--left-handed", "--flip"})
+    EXPECT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord",
+                        "7", "--tsv", "--left-handed", "--flip"})
                   .out,
               chart::ChartTsv(*w));
 }
@@ -302,7 +290,7 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
         {{"--left-handed", "--root", "H", "--svg", out}, "\"H\""},
     };
     for (const auto &[args, words] : bad) {
-        const Result run = Command(args);
+        const testsupport::Outcome run = RunChart(args);
         EXPECT_EQ(run.status, 2) << args.join(' ').toStdString();
         EXPECT_EQ(run.err.rfind("varnock-chart: ", 0), 0u) << run.err;
         EXPECT_NE(run.err.find(words), std::string::npos) << run.err;
@@ -314,21 +302,9 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
     // The command turns and spells its images as the sheet does in process.
     OpenWindow w;
     Select(*w, Chart("Diatonic", "D,A,D,D", "Bb", "7"), Spelling::Chord);
-    ASSERT_EQ(Command({"--strings", "4", "--root", "Bb", "--chord", "7", "--spelling", "chord",
-                       "--left-handed", "--flip", "--png", out})
+    ASSERT_EQ(RunChart({"--strings", "4", "--root", "Bb", "--chord", "7", "--spelling", "chord",
+                        "--left-handed", "--flip", "--png", out})
                   .status,
               0);
     EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32), RenderSheet(*w, 1, {true, true}));
-}
-
-TEST(ChartCommand, HelpShowsEachNewOptionWithAnExample) {
-    const std::string help = Command({"--help"}).out;
-    const std::string examples = help.substr(help.find("Examples:"));
-    for (const char *option : {"--spelling", "--left-handed", "--flip", "--identify ",
-                               "--identify-frets", "--describe"}) {
-        EXPECT_NE(help.find(std::string("  ") + option), std::string::npos) << option;
-        EXPECT_NE(examples.find(option), std::string::npos) << option;
-    }
-    EXPECT_NE(help.find("--tsv"), std::string::npos);
-    EXPECT_NE(help.find("notes table is a legend"), std::string::npos);
 }

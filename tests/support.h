@@ -10,6 +10,8 @@
 #include "shell/app.h"
 
 #include <QImage>
+#include <QProcess>
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -150,6 +152,23 @@ inline QRect CellRect(varnock::Window1 &w, const varnock::Listbox *list, varnock
     const char *name = list == w.Listbox1 ? "Listbox1" : "Listbox2";
     return varnock::ListboxCellRect(*list, w.ControlView(name)->size(), row, column);
 }
+
+#ifdef VARNOCK_CHART_EXE
+// A run of the export command with its exit status and what it printed.
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+inline Outcome RunChart(const QStringList &args) {
+    QProcess p;
+    p.start(QStringLiteral(VARNOCK_CHART_EXE), args);
+    if (!p.waitForFinished(60000))
+        ADD_FAILURE() << "varnock-chart did not finish";
+    return {p.exitCode(), p.readAllStandardOutput().toStdString(),
+            p.readAllStandardError().toStdString()};
+}
+#endif
 
 inline QImage Grab(QWidget *widget) {
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);

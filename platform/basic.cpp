@@ -1,4 +1,4 @@
-#include "basic.h"
+#include "platform/basic.h"
 
 #include <charconv>
 #include <cmath>

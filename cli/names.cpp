@@ -25,8 +25,14 @@ std::string Lower(std::string s) {
 
 std::vector<std::string> Quoted(Items items) {
     std::vector<std::string> quoted;
-    for (const char *item : items)
-        quoted.push_back("\"" + std::string(item) + "\"");
+    for (const char *item : items) {
+        // Appended piece by piece: GCC 12 takes "literal" + std::string&&
+        // for an overlapping copy at -O2 and warns.
+        std::string name = "\"";
+        name += item;
+        name += '"';
+        quoted.push_back(std::move(name));
+    }
     return quoted;
 }
 

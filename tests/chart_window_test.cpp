@@ -57,10 +57,12 @@ TEST(Window, OpensWithTheStartSelectionsAndAFullChart) {
     EXPECT_EQ(static_cast<QLabel *>(w->ControlView("Label3"))->text(), "Strings:");
 }
 
-TEST(Window, TheLayoutsHeadingsStayThroughATuningChange) {
+TEST(Window, EveryLayoutWritesAllItsHeadingsAndTheyStayThroughATuningChange) {
     OpenWindow w;
+    w->PopupMenu9->SetListIndex(1); // "6+" among them
     w->PopupMenu9->SetListIndex(3);
     w->PopupMenu5->SetListIndex(4);
+    EXPECT_EQ(Headings(w->Listbox1)[7], "7");
     EXPECT_EQ(Headings(w->Listbox1)[11], "11");
     EXPECT_EQ(w->Listbox1->Cell(0, 11), "6+");
     // Nothing past the last column is kept, and no column sorts.

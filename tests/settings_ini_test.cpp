@@ -86,6 +86,7 @@ const Case kCases[] = {
     {"LastLineWithoutLineEndReadsEmpty", Place::File, "[S]\rk=5", "S", "k", {}, "[S]\rk=5", "", {}},
     {"CrLfFileReads", Place::File, "[S]\r\nk=2\r\n", "S", "k", {}, "[S]\r\nk=2\r\n", "2", {}},
     {"LineFeedFileReadsAbsent", Place::File, "[S]\nk=2\n", "S", "k", {}, "[S]\nk=2\n", "", {}},
+    {"HeaderNeedsItsLineEndRightBehind", Place::File, "[S] \rk=1\r", "S", "k", {}, "[S] \rk=1\r", "", {}},
     {"HeaderWithoutLineEndIsUnseen", Place::File, "[A]\rx=1\r[S]", "S", "k", {}, "[A]\rx=1\r[S]", "", {}},
     // The writer stops at the next CR + "[", which the reader does not.
     {"WriterStaysInItsSection", Place::File, kSix, "Settings", "One", "9",

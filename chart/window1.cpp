@@ -22,8 +22,26 @@ namespace varnock {
 namespace {
 
 // What a screen reader calls the two tables.
-QString SpokenName(std::string_view list) {
-    return list == "Listbox1" ? QStringLiteral("Chart") : QStringLiteral("Notes");
+// What a screen reader calls each control that takes the focus; nothing on
+// screen shows these names.
+QString SpokenName(std::string_view control) {
+    static const std::pair<std::string_view, const char *> names[] = {
+        {"PopupMenu1", "Chord root"},
+        {"PopupMenu2", "Chord type"},
+        {"PopupMenu4", "Further chord type"},
+        {"PopupMenu5", "Tuning of string 1"},
+        {"PopupMenu6", "Tuning of string 2"},
+        {"PopupMenu7", "Tuning of string 3"},
+        {"PopupMenu8", "Tuning of string 4"},
+        {"PopupMenu9", "Frets"},
+        {"PopupMenu10", "Strings"},
+        {"Listbox1", "Chart"},
+        {"Listbox2", "Notes"},
+    };
+    for (const auto &[name, spoken] : names)
+        if (name == control)
+            return QString::fromLatin1(spoken);
+    return {};
 }
 
 iniClass &Store() {
@@ -67,6 +85,10 @@ void Window1::_CreateControls0() {
         switch (c.kind) {
         case ControlKind::PopupMenu:
             view = new PopupMenuView(*PopupByName(c.name), content);
+            view->setAccessibleName(SpokenName(c.name));
+            // Linux screen readers take a popup's name from its current item
+            // and read the description as well.
+            view->setAccessibleDescription(SpokenName(c.name));
             focusOrder.emplace_back(c.tabIndex, view);
             break;
         case ControlKind::Listbox:
@@ -84,6 +106,12 @@ void Window1::_CreateControls0() {
         view->setObjectName(QString::fromLatin1(c.name));
         view->setGeometry(c.left, c.top, c.width, c.height);
     }
+    // Each label is tied to the control it names, which a screen reader reads
+    // with that control. The labels have no mnemonic, so nothing else changes.
+    for (const auto &[label, named] :
+         {std::pair{"Label1", "PopupMenu1"}, std::pair{"Label2", "PopupMenu9"},
+          std::pair{"Label3", "PopupMenu10"}, std::pair{"Label4", "Listbox2"}})
+        static_cast<QLabel *>(ControlView(label))->setBuddy(ControlView(named));
     // Focus moves by TabIndex, which is not the order of creation: the two
     // selectors at the top come after the chart.
     std::stable_sort(focusOrder.begin(), focusOrder.end(),

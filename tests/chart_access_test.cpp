@@ -32,6 +32,27 @@ std::string Text(QAccessibleInterface *iface, QAccessible::Text t = QAccessible:
 
 } // namespace
 
+TEST(ListAccess, EverySelectorIsNamedForAScreenReader) {
+    OpenWindow w;
+    const std::pair<const char *, const char *> names[] = {
+        {"PopupMenu9", "Frets"},
+        {"PopupMenu10", "Strings"},
+        {"PopupMenu1", "Chord root"},
+        {"PopupMenu2", "Chord type"},
+        {"PopupMenu5", "Tuning of string 1"},
+        {"PopupMenu8", "Tuning of string 4"},
+    };
+    for (const auto &[control, spoken] : names)
+        EXPECT_EQ(Text(QAccessible::queryAccessibleInterface(w->ControlView(control)),
+                       QAccessible::Description),
+                  spoken);
+    // A label is the label of the control it names.
+    const auto labels = QAccessible::queryAccessibleInterface(w->ControlView("PopupMenu9"))
+                            ->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(Text(labels[0].first), "Frets:");
+}
+
 TEST(ListAccess, TablesShowTheirShapeAndHeadings) {
     OpenWindow w; // A Maj on D A D
     const struct {

@@ -1,22 +1,55 @@
 #include "chart/controls.h"
 
+#include "model/catalogue.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace varnock {
 
+namespace {
+// The root popup names both spellings where a note has two: "A# / Bb".
+std::array<std::string, 12> RootTexts() {
+    std::array<std::string, 12> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const catalogue::NoteNames &note = catalogue::kNotes[i];
+        texts[i] = std::string(note.sharp);
+        if (note.flat != note.sharp)
+            texts[i] += " / " + std::string(note.flat);
+    }
+    return texts;
+}
+const std::array<std::string, 12> kRootTexts = RootTexts();
+
+// The catalogue's names are string literals, so their text ends in a zero.
+constexpr std::array<const char *, 32> ChordTexts() {
+    std::array<const char *, 32> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = catalogue::kChordTypes[i].name.data();
+    return texts;
+}
+
+// The tuning popups run from D, the model's sharps.
+constexpr std::array<const char *, 12> TuningTexts() {
+    std::array<const char *, 12> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = catalogue::kNotes[(i + 5) % 12].sharp.data();
+    return texts;
+}
+} // namespace
+
 namespace items {
-const std::array<const char *, 12> kRoots = {
-    "A", "A# / Bb", "B", "C", "C# / Db", "D", "D# / Eb", "E", "F", "F# / Gb", "G", "G# / Ab"};
-const std::array<const char *, 32> kChords = {
-    "Maj",   "7",  "maj7",   "m",     "m7",    "Dim", "Dim7", "Sus2", "Sus4", "add9", "madd9",
-    "Aug",   "2",  "5",      "6",     "6/9",   "9/6", "9",    "11",   "13",   "maj9", "maj11",
-    "maj13", "m6", "maj6/9", "mmaj7", "mmaj9", "m9",  "m11",  "m13",  "7/6",  "7sus4"};
+const std::array<const char *, 12> kRoots = [] {
+    std::array<const char *, 12> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = kRootTexts[i].c_str();
+    return texts;
+}();
+const std::array<const char *, 32> kChords = ChordTexts();
 const std::array<const char *, 18> kOtherChords = {
     "---", "-5",   "maj7+5", "m7-5",  "7-9",  "7+9",  "7-5",   "7+5",  "9-5",
     "9+5", "11-9", "13-9",   "13+11", "7/13", "-9+5", "-9+11", "-9-5", "+11"};
-const std::array<const char *, 12> kTuning = {"D",  "D#", "E",  "F", "F#", "G",
-                                              "G#", "A",  "A#", "B", "C",  "C#"};
+const std::array<const char *, 12> kTuning = TuningTexts();
 const std::array<const char *, 4> kLayouts = {"Diatonic", "Diatonic with 6+",
                                               "Diatonic with 1+ and 6+", "Chromatic"};
 const std::array<const char *, 4> kNotesHeadings = {"Root", "2nd Note", "3rd Note", "4th Note"};

@@ -1,5 +1,7 @@
 #include "model/chordmodel.h"
 
+#include "model/catalogue.h"
+
 #include <cstdint>
 
 namespace varnock {
@@ -40,13 +42,11 @@ void SpellAll(const Array<std::string> &names, const Array<std::string> &formula
 } // namespace
 
 void Module1::Startup(Int mode) {
-    // Entry i pairs with item i of the chord type popup; the order is the menu's.
-    MajorChordsInt = Array<std::string>{
-        "4,3",   "4,3,3", "4,3,4", "3,4",    "3,4,3", "3,3",    "3,3,3",  "2,5",
-        "5,2",   "4,3,7", "3,11",  "4,4",    "2,2,3", "7",      "4,3,2",  "4,5,5",
-        "9,1,4", "4,6,4", "7,3,7", "7,3,11", "4,7,3", "7,4,6",  "4,7,10", "3,4,2",
-        "3,6,5", "3,4,4", "3,8,3", "3,7,4",  "3,7,7", "3,7,11", "4,5,1",  "5,2,3",
-    };
+    // Entry i pairs with item i of the chord type popup; both come from the catalogue.
+    std::vector<std::string> formulas;
+    for (const catalogue::ChordType &type : catalogue::kChordTypes)
+        formulas.emplace_back(type.formula);
+    MajorChordsInt = Array<std::string>(std::move(formulas));
 
     // One period of each layout repeated to 23 positions. An unknown mode keeps
     // the table in force.
@@ -83,7 +83,10 @@ void Module1::Startup(Int mode) {
     Forth_List = Array<std::string>::Sized(kLastPosition + 1);
 
     // Sharps only: the names are also the keys ListUpdate compares by.
-    NoteList = Array<std::string>{"A", "A#", "B", "C", "C#", "D", "D#", "E", "F", "F#", "G", "G#"};
+    std::vector<std::string> names;
+    for (const catalogue::NoteNames &note : catalogue::kNotes)
+        names.emplace_back(note.sharp);
+    NoteList = Array<std::string>(std::move(names));
 }
 
 void ChordModel::SetStartValues() {

@@ -35,11 +35,11 @@ int main(int argc, char **argv) {
     {
         varnock::ChartController chart;
         chart.Open();
-        const auto roots = varnock::chart::ResolveRoots(std::nullopt);
-        const auto chords = varnock::chart::ResolveChords(std::nullopt);
+        const auto roots = varnock::cli::ResolveRoots(std::nullopt);
+        const auto chords = varnock::cli::ResolveChords(std::nullopt);
         for (int i = 0; i < kRuns; ++i) {
             const auto t0 = Clock::now();
-            pages = varnock::chart::WriteBook(book, chart, roots, chords);
+            pages = varnock::cli::WriteBook(book, varnock::cli::MakeBook(chart, roots, chords));
             inProcess.push_back(Seconds(t0));
         }
     }
@@ -61,7 +61,7 @@ int main(int argc, char **argv) {
     std::printf("Chord book, 12 roots x 32 chords: %d pages, %.2f MB (target under 1 MB: %s)\n",
                 pages, megabytes, megabytes < 1.0 ? "met" : "NOT met");
     std::printf("WriteBook in process, median of %d: %.2f s\n", kRuns, Median(inProcess));
-    std::printf("varnock-chart --book, median of %d: %.2f s (target under 0.5 s: %s)\n", kRuns, whole,
-                whole < 0.5 ? "met" : "NOT met");
+    std::printf("varnock-chart --book, median of %d: %.2f s (target under 0.5 s: %s)\n", kRuns,
+                whole, whole < 0.5 ? "met" : "NOT met");
     return 0;
 }

@@ -104,4 +104,23 @@ void PaintTile(Graphics &g, const FillRule &rule) {
                  [&rule](Graphics &tile) { DrawTile(tile, rule); });
 }
 
+bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::string, 4> &notes,
+                    Int x, Int y) {
+    const auto color = ChartTextColor(text, notes[0], notes[1], notes[2], notes[3]);
+    if (!color)
+        return false;
+    g.ForeColor(*color);
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
+}
+
+bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y) {
+    const auto color = NotesTextColor(column);
+    if (!color)
+        return false;
+    g.ForeColor(*color);
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
+}
+
 } // namespace varnock

@@ -6,6 +6,7 @@
 #include "platform/basic.h"
 #include "platform/graphics.h"
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -49,6 +50,13 @@ std::optional<Color> ChartTextColor(const std::string &text, const std::string &
 
 // The notes table's text colour, by column alone.
 std::optional<Color> NotesTextColor(Int column);
+
+// The text events of the two tables: a chart cell in the colour of its note
+// (false, the list's own text, when no note matches), a notes cell in its
+// column's colour.
+bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::string, 4> &notes,
+                    Int x, Int y);
+bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y);
 
 // Draws the tile of a cell: the fill, then the four frame lines. Draws nothing
 // for Fill::None.

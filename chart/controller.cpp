@@ -46,17 +46,17 @@ ChartController::ChartController() {
     PopupMenu9->Change = [this](PopupMenu &p) { PopupMenu9_Change(p); };
     PopupMenu10->Change = [this](PopupMenu &p) { PopupMenu10_Change(p); };
     Listbox1->Open = [this](Listbox &l) { Listbox1_Open(l); };
-    Listbox1->CellBackgroundPaint = [this](Listbox &l, Graphics &g, Int r, Int c) {
+    Listbox1->CellBackgroundPaint = [this](const Listbox &l, Graphics &g, Int r, Int c) {
         return Listbox1_CellBackgroundPaint(l, g, r, c);
     };
-    Listbox1->CellTextPaint = [this](Listbox &l, Graphics &g, Int r, Int c, Int x, Int y) {
+    Listbox1->CellTextPaint = [this](const Listbox &l, Graphics &g, Int r, Int c, Int x, Int y) {
         return Listbox1_CellTextPaint(l, g, r, c, x, y);
     };
     Listbox2->Open = [this](Listbox &l) { Listbox2_Open(l); };
-    Listbox2->CellBackgroundPaint = [this](Listbox &l, Graphics &g, Int r, Int c) {
+    Listbox2->CellBackgroundPaint = [this](const Listbox &l, Graphics &g, Int r, Int c) {
         return Listbox2_CellBackgroundPaint(l, g, r, c);
     };
-    Listbox2->CellTextPaint = [this](Listbox &l, Graphics &g, Int r, Int c, Int x, Int y) {
+    Listbox2->CellTextPaint = [this](const Listbox &l, Graphics &g, Int r, Int c, Int x, Int y) {
         return Listbox2_CellTextPaint(l, g, r, c, x, y);
     };
 }
@@ -119,6 +119,35 @@ void ChartController::FindFrets() {
     PopulateNotes(notes);
     SetListHeaders();
     PopulateList();
+    MakeSheet();
+}
+
+// The sheet is read off the lists and the model once the pipeline is done.
+void ChartController::MakeSheet() {
+    auto sheet = std::make_shared<ChartSheet>();
+    sheet->mode = PopupMenu9->ListIndex();
+    const auto table = [](const Listbox &list, std::vector<std::string> &headings,
+                          std::vector<std::vector<std::string>> &rows) {
+        for (Int c = 0; c < list.ColumnCount(); ++c)
+            headings.push_back(list.Heading(c));
+        for (Int r = 0; r < list.ListCount(); ++r) {
+            rows.emplace_back();
+            for (Int c = 0; c < list.ColumnCount(); ++c)
+                rows.back().push_back(list.Cell(r, c));
+        }
+    };
+    table(*Listbox1, sheet->headings, sheet->rows);
+    table(*Listbox2, sheet->notesHeadings, sheet->notesRows);
+    sheet->notes = {Model.Note1, Model.Note2, Model.Note3, Model.Note4};
+    const Int open[4] = {Model.M.nOpenBassString, Model.M.nOpenMiddleString,
+                         Model.M.nOpenMelodyString, Model.M.nOpenForthString};
+    for (Int s = 0; s < StringCount(); ++s)
+        sheet->openNotes.push_back(static_cast<int>(open[s]));
+    sheet->root = static_cast<int>(Model.SelectedChord);
+    sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;
+    sheet->rootItem = PopupMenu1->List(PopupMenu1->ListIndex());
+    sheet->chordItem = PopupMenu2->List(PopupMenu2->ListIndex());
+    sheet_ = std::move(sheet);
 }
 
 void ChartController::PopulateList() {
@@ -254,35 +283,26 @@ void ChartController::Listbox2_Open(Listbox &l) {
         l.SetColumnSortDirection(c, 0);
 }
 
-bool ChartController::Listbox1_CellBackgroundPaint(Listbox &, Graphics &g, Int row, Int column) {
+bool ChartController::Listbox1_CellBackgroundPaint(const Listbox &, Graphics &g, Int row,
+                                                   Int column) {
     PaintTile(g, ChartFillRule(row, column, Listbox1->ListCount()));
     return false;
 }
 
-bool ChartController::Listbox1_CellTextPaint(Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                             Int y) {
-    const auto color =
-        ChartTextColor(l.Cell(row, column), Model.Note1, Model.Note2, Model.Note3, Model.Note4);
-    if (!color)
-        return false;
-    g.ForeColor(*color);
-    g.DrawString(l.Cell(row, column), static_cast<double>(x), static_cast<double>(y), 0, false);
-    return true;
+bool ChartController::Listbox1_CellTextPaint(const Listbox &l, Graphics &g, Int row, Int column,
+                                             Int x, Int y) {
+    return PaintChartText(g, l.Cell(row, column),
+                          {Model.Note1, Model.Note2, Model.Note3, Model.Note4}, x, y);
 }
 
-bool ChartController::Listbox2_CellBackgroundPaint(Listbox &l, Graphics &g, Int row, Int) {
+bool ChartController::Listbox2_CellBackgroundPaint(const Listbox &l, Graphics &g, Int row, Int) {
     PaintTile(g, NotesFillRule(row, l.ListCount()));
     return false;
 }
 
-bool ChartController::Listbox2_CellTextPaint(Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                             Int y) {
-    const auto color = NotesTextColor(column);
-    if (!color)
-        return false;
-    g.ForeColor(*color);
-    g.DrawString(l.Cell(row, column), static_cast<double>(x), static_cast<double>(y), 0, false);
-    return true;
+bool ChartController::Listbox2_CellTextPaint(const Listbox &l, Graphics &g, Int row, Int column,
+                                             Int x, Int y) {
+    return PaintNotesText(g, l.Cell(row, column), column, x, y);
 }
 
 } // namespace varnock

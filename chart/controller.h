@@ -6,6 +6,7 @@
 // widget; the main window is a view of them, and the export command runs
 // the very same pipeline and paint events without ever showing anything.
 
+#include "chart/chartsheet.h"
 #include "model/chordmodel.h"
 #include "platform/listbox.h"
 #include "platform/popupmenu.h"
@@ -65,6 +66,9 @@ class ChartController {
     // 4 when PopupMenu10 says so, else 3.
     Int StringCount() const;
 
+    // What the last recompute shows; empty before the first.
+    const ChartSheet &Sheet() const { return *sheet_; }
+
     // The recompute pipeline and what it fills.
     void FindFrets();
     void PopulateList();
@@ -83,10 +87,10 @@ class ChartController {
 
     void Listbox1_Open(Listbox &);
     void Listbox2_Open(Listbox &);
-    bool Listbox1_CellBackgroundPaint(Listbox &, Graphics &g, Int row, Int column);
-    bool Listbox1_CellTextPaint(Listbox &, Graphics &g, Int row, Int column, Int x, Int y);
-    bool Listbox2_CellBackgroundPaint(Listbox &, Graphics &g, Int row, Int column);
-    bool Listbox2_CellTextPaint(Listbox &, Graphics &g, Int row, Int column, Int x, Int y);
+    bool Listbox1_CellBackgroundPaint(const Listbox &, Graphics &g, Int row, Int column);
+    bool Listbox1_CellTextPaint(const Listbox &, Graphics &g, Int row, Int column, Int x, Int y);
+    bool Listbox2_CellBackgroundPaint(const Listbox &, Graphics &g, Int row, Int column);
+    bool Listbox2_CellTextPaint(const Listbox &, Graphics &g, Int row, Int column, Int x, Int y);
 
   protected:
     // Brings back the saved selections, between the start values and the
@@ -94,6 +98,9 @@ class ChartController {
     virtual void RestoreSaved() {}
 
   private:
+    void MakeSheet();
+
+    std::shared_ptr<const ChartSheet> sheet_ = std::make_shared<const ChartSheet>();
     std::vector<std::pair<std::string, std::unique_ptr<PopupMenu>>> popups_;
     std::vector<std::pair<std::string, std::unique_ptr<Listbox>>> lists_;
 };

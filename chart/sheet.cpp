@@ -1,6 +1,6 @@
 #include "chart/sheet.h"
 
-#include "chart/controller.h"
+#include "chart/cellpaint.h"
 #include "chart/controls.h"
 #include "platform/listboxview.h"
 
@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <memory>
 #include <string_view>
 
 namespace varnock {
@@ -33,6 +34,22 @@ void PaintLabel(QPainter &painter, const char *name) {
         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextExpandTabs | Qt::TextForceLeftToRight,
         QApplication::palette(), true, QString::fromLatin1(c.items[0]), QPalette::WindowText);
     painter.restore();
+}
+
+// A list of the window's table filled from the sheet, raising the paint
+// events the controller's list raises.
+std::unique_ptr<Listbox> MakeList(const char *name, const std::vector<std::string> &headings,
+                                  const std::vector<std::vector<std::string>> &rows) {
+    const ControlSpec &spec = ControlByName(name);
+    auto list = std::make_unique<Listbox>(spec.columns, spec.rowHeight);
+    for (std::size_t c = 0; c < headings.size(); ++c)
+        list->SetHeading(static_cast<Int>(c), headings[c]);
+    for (const auto &row : rows) {
+        list->AddRow(row.empty() ? std::string() : row[0]);
+        for (std::size_t c = 1; c < row.size(); ++c)
+            list->SetCell(list->LastIndex(), static_cast<Int>(c), row[c]);
+    }
+    return list;
 }
 
 } // namespace
@@ -64,7 +81,24 @@ ListboxLook ChartLook(ChartOrientation orientation) {
     return look;
 }
 
-void PaintSheet(QPainter &painter, ChartController &chart, ChartOrientation orientation) {
+void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, ChartFillRule(row, column, l.ListCount()));
+        return false;
+    };
+    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
+                                    Int y) {
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
+    };
+    const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
+    notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
+        PaintTile(g, NotesFillRule(row, l.ListCount()));
+        return false;
+    };
+    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
+        return PaintNotesText(g, l.Cell(row, column), column, x, y);
+    };
     const QPoint origin = SheetRect().topLeft();
     painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
     painter.save();
@@ -75,18 +109,18 @@ void PaintSheet(QPainter &painter, ChartController &chart, ChartOrientation orie
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
-        PaintListbox(painter, *chart.ListByName(name), Place(name).size(),
+        PaintListbox(painter, isChart ? *chart : *notes, Place(name).size(),
                      isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
         painter.restore();
     }
 }
 
-QImage RenderSheet(ChartController &chart, int scale, ChartOrientation orientation) {
+QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation) {
     QImage image(SheetSize() * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);
-    PaintSheet(painter, chart, orientation);
+    PaintSheet(painter, sheet, orientation);
     painter.end();
     image.setDevicePixelRatio(1);
     return image;

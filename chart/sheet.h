@@ -1,9 +1,10 @@
 #pragma once
 
-// The sheet: the chart, the notes table and its "Notes:" label, placed as the
-// window places them, drawn from a controller onto any painter (image, PDF,
-// SVG) with the same paint events the window's lists raise.
+// The sheet drawn: the chart, the notes table and its "Notes:" label, placed
+// as the window places them, onto any painter (image, PDF, SVG), each cell
+// by the same paint rules the window's lists use.
 
+#include "chart/chartsheet.h"
 #include "platform/listboxview.h"
 
 #include <QFont>
@@ -13,8 +14,6 @@
 class QPainter;
 
 namespace varnock {
-
-class ChartController;
 
 // How the export may turn the chart; the window always shows it as it is.
 // The notes table is a legend and is never turned.
@@ -31,8 +30,8 @@ QFont LabelFont();
 QSize SheetSize();
 // The chart's look for PaintListbox under an orientation.
 ListboxLook ChartLook(ChartOrientation orientation);
-void PaintSheet(QPainter &painter, ChartController &chart, ChartOrientation orientation = {});
+void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation = {});
 // At `scale` device pixels per sheet pixel, on white.
-QImage RenderSheet(ChartController &chart, int scale, ChartOrientation orientation = {});
+QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation = {});
 
 } // namespace varnock

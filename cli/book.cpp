@@ -1,10 +1,12 @@
 #include "cli/book.h"
 
 #include "chart/controller.h"
+#include "chart/controls.h"
 #include "chart/sheet.h"
 #include "cli/chartdoc.h"
 #include "cli/spelling.h"
 #include "cli/writers.h"
+#include "model/catalogue.h"
 
 #include <QFont>
 #include <QPageLayout>
@@ -15,42 +17,40 @@
 
 #include <algorithm>
 
-namespace varnock::chart {
+namespace varnock::cli {
 
 namespace {
 
 class BookWriter {
   public:
-    BookWriter(QPdfWriter &pdf, QPainter &painter, ChartController &chart, const BookLook &look)
-        : pdf_(pdf), painter_(painter), chart_(chart), look_(look), page_(painter.viewport()) {
+    BookWriter(QPdfWriter &pdf, QPainter &painter, const Book &book)
+        : pdf_(pdf), painter_(painter), book_(book), page_(painter.viewport()) {
         titleFont_.setPixelSize(22);
         titleFont_.setBold(true);
         lineFont_.setPixelSize(13);
     }
 
     // The instrument, then each root with the number of its first page.
-    void Contents(const std::vector<int> &roots, int pagesPerRoot) {
+    void Contents(int pagesPerRoot) {
         painter_.setPen(Qt::black);
         painter_.setFont(titleFont_);
         painter_.drawText(QPoint(0, 30), QStringLiteral("Chord book"));
         painter_.setFont(lineFont_);
-        painter_.drawText(QPoint(0, 56), QString::fromStdString(InstrumentTitle(chart_)));
+        painter_.drawText(QPoint(0, 56), QString::fromStdString(book_.instrument));
         int y = 96;
-        for (std::size_t i = 0; i < roots.size(); ++i, y += 22) {
-            painter_.drawText(QPoint(0, y), QString::fromStdString(RootName(roots[i], i)));
+        for (std::size_t i = 0; i < book_.parts.size(); ++i, y += 22) {
+            painter_.drawText(QPoint(0, y), QString::fromStdString(book_.parts[i].name));
             painter_.drawText(QRect(0, y - 16, page_.width(), 22), Qt::AlignRight,
                               QString::number(2 + static_cast<int>(i) * pagesPerRoot));
         }
         pages_ = 1;
     }
 
-    // One page of up to kChartsPerPage charts of the `at`th root, the `part`th
-    // of its pages.
-    void ChordPage(int root, std::size_t at, int part, const std::vector<int> &chords) {
+    // One page of up to kChartsPerPage charts of a root, the `part`th of its pages.
+    void ChordPage(const BookPart &root, int part) {
         pdf_.newPage();
         Footer(++pages_);
-        const std::string name = RootName(root, at);
-        const QString rootName = QString::fromStdString(name);
+        const QString rootName = QString::fromStdString(root.name);
         painter_.setFont(titleFont_);
         painter_.drawText(QPoint(0, 30),
                           part == 0 ? rootName : rootName + QStringLiteral(" (continued)"));
@@ -59,20 +59,15 @@ class BookWriter {
         int top = 56;
         for (int k = 0; k < kChartsPerPage; ++k) {
             const std::size_t index = static_cast<std::size_t>(part * kChartsPerPage + k);
-            if (index >= chords.size())
+            if (index >= root.charts.size())
                 break;
-            chart_.PopupMenu2->SetListIndex(chords[index]);
-            ApplySpelling(chart_, look_.spelling, TypedRoot(root, at));
+            const BookChart &chart = root.charts[index];
             painter_.setFont(lineFont_);
-            const std::string title =
-                look_.spelling == theory::Spelling::Sharps
-                    ? ChordTitle(chart_)
-                    : name + " " + chart_.PopupMenu2->List(chart_.PopupMenu2->ListIndex());
-            painter_.drawText(QPoint(0, top + 14), QString::fromStdString(title));
+            painter_.drawText(QPoint(0, top + 14), QString::fromStdString(chart.title));
             painter_.save();
             painter_.translate(0, top + 22);
             painter_.scale(fit, fit);
-            PaintSheet(painter_, chart_, look_.orientation);
+            PaintSheet(painter_, chart.sheet, book_.orientation);
             painter_.restore();
             top += 22 + static_cast<int>(sheet.height() * fit) + 24;
         }
@@ -81,24 +76,6 @@ class BookWriter {
     int Pages() const { return pages_; }
 
   private:
-    // The `at`th root as typed, or its sharp name where no names were given.
-    std::string TypedRoot(int root, std::size_t at) const {
-        return at < look_.rootNames.size() ? look_.rootNames[at] : theory::SharpName(root);
-    }
-
-    // The menu's text, which names both spellings, unless one was chosen.
-    std::string RootName(int root, std::size_t at) const {
-        switch (look_.spelling) {
-        case theory::Spelling::Sharps:
-            break;
-        case theory::Spelling::Flats:
-            return theory::FlatName(root);
-        case theory::Spelling::Chord:
-            return TypedRoot(root, at);
-        }
-        return chart_.PopupMenu1->List(root);
-    }
-
     // Every page but the contents carries its number, as the contents promise.
     void Footer(int number) {
         painter_.setFont(lineFont_);
@@ -108,8 +85,7 @@ class BookWriter {
 
     QPdfWriter &pdf_;
     QPainter &painter_;
-    ChartController &chart_;
-    const BookLook &look_;
+    const Book &book_;
     QRect page_;
     QFont titleFont_{QStringLiteral("DejaVu Sans")};
     QFont lineFont_{QStringLiteral("DejaVu Sans")};
@@ -118,8 +94,44 @@ class BookWriter {
 
 } // namespace
 
-int WriteBook(const QString &path, ChartController &chart, const std::vector<int> &roots,
-              const std::vector<int> &chords, const BookLook &look) {
+Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::vector<int> &chords,
+              const BookLook &look) {
+    Book book;
+    book.orientation = look.orientation;
+    book.instrument = InstrumentTitle(chart.Sheet());
+    for (std::size_t at = 0; at < roots.size(); ++at) {
+        const int root = roots[at];
+        // The `at`th root as typed, or its sharp name where no names were given.
+        const std::string typed =
+            at < look.rootNames.size() ? look.rootNames[at] : catalogue::SharpName(root);
+        BookPart part;
+        // The menu's text, which names both spellings, unless one was chosen.
+        switch (look.spelling) {
+        case Spelling::Sharps:
+            part.name = items::kRoots.at(static_cast<std::size_t>(root));
+            break;
+        case Spelling::Flats:
+            part.name = catalogue::FlatName(root);
+            break;
+        case Spelling::Chord:
+            part.name = typed;
+            break;
+        }
+        chart.PopupMenu1->SetListIndex(root);
+        for (const int chord : chords) {
+            chart.PopupMenu2->SetListIndex(chord);
+            ChartSheet sheet = Spell(chart.Sheet(), look.spelling, typed);
+            std::string title = look.spelling == Spelling::Sharps
+                                    ? ChordTitle(sheet)
+                                    : part.name + " " + sheet.chordItem;
+            part.charts.push_back({std::move(title), std::move(sheet)});
+        }
+        book.parts.push_back(std::move(part));
+    }
+    return book;
+}
+
+int WriteBook(const QString &path, const Book &book) {
     QSaveFile file(path);
     OpenForWriting(file);
     int pages = 0;
@@ -131,18 +143,19 @@ int WriteBook(const QString &path, ChartController &chart, const std::vector<int
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
-        BookWriter book(pdf, painter, chart, look);
-        const int perRoot = static_cast<int>((chords.size() + kChartsPerPage - 1) / kChartsPerPage);
-        book.Contents(roots, perRoot);
-        for (std::size_t at = 0; at < roots.size(); ++at) {
-            chart.PopupMenu1->SetListIndex(roots[at]);
-            for (int part = 0; part < perRoot; ++part)
-                book.ChordPage(roots[at], at, part, chords);
-        }
-        pages = book.Pages();
+        BookWriter writer(pdf, painter, book);
+        std::size_t most = 0;
+        for (const BookPart &part : book.parts)
+            most = std::max(most, part.charts.size());
+        const int perRoot = static_cast<int>((most + kChartsPerPage - 1) / kChartsPerPage);
+        writer.Contents(perRoot);
+        for (const BookPart &part : book.parts)
+            for (int page = 0; page < perRoot; ++page)
+                writer.ChordPage(part, page);
+        pages = writer.Pages();
     }
     Commit(file);
     return pages;
 }
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -1,43 +1,17 @@
 #include "cli/chartdoc.h"
 
-#include "chart/controller.h"
+#include "cli/describe.h"
 #include "cli/names.h"
-#include "cli/spelling.h"
+#include "model/catalogue.h"
 
 #include <algorithm>
 
-namespace varnock::chart {
+namespace varnock::cli {
 
-namespace {
-std::string Selected(const PopupMenu &popup) {
-    return popup.List(popup.ListIndex());
-}
-} // namespace
-
-std::vector<std::vector<std::string>> ChartRows(const ChartController &chart) {
-    const Listbox &list = *chart.Listbox1;
-    std::vector<std::vector<std::string>> rows;
-    std::vector<std::string> heading;
-    for (Int c = 0; c < list.ColumnCount(); ++c)
-        heading.push_back(list.Heading(c));
-    rows.push_back(heading);
-    for (Int r = 0; r < list.ListCount(); ++r) {
-        std::vector<std::string> row;
-        for (Int c = 0; c < list.ColumnCount(); ++c)
-            row.push_back(list.Cell(r, c));
-        rows.push_back(row);
-    }
+std::vector<std::vector<std::string>> ChartRows(const ChartSheet &sheet) {
+    std::vector<std::vector<std::string>> rows{sheet.headings};
+    rows.insert(rows.end(), sheet.rows.begin(), sheet.rows.end());
     return rows;
-}
-
-std::vector<std::string> ChordNotes(const ChartController &chart) {
-    std::vector<std::string> notes;
-    const Listbox &list = *chart.Listbox2;
-    for (Int r = 0; r < list.ListCount(); ++r)
-        for (Int c = 0; c < list.ColumnCount(); ++c)
-            if (const std::string cell = list.Cell(r, c); !cell.empty())
-                notes.push_back(cell);
-    return notes;
 }
 
 std::vector<std::vector<std::string>> Oriented(std::vector<std::vector<std::string>> rows,
@@ -50,8 +24,8 @@ std::vector<std::vector<std::string>> Oriented(std::vector<std::vector<std::stri
     return rows;
 }
 
-std::string ChartText(const ChartController &chart, ChartOrientation orientation) {
-    const auto rows = Oriented(ChartRows(chart), orientation);
+std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation) {
+    const auto rows = Oriented(ChartRows(sheet), orientation);
     std::vector<std::size_t> width(rows.empty() ? 0 : rows[0].size(), 0);
     for (const auto &row : rows)
         for (std::size_t c = 0; c < row.size(); ++c)
@@ -67,63 +41,50 @@ std::string ChartText(const ChartController &chart, ChartOrientation orientation
         line.erase(line.find_last_not_of(' ') + 1);
         out += line + "\n";
     }
-    out += "Notes: " + Join(ChordNotes(chart), " ") + "\n";
+    out += "Notes: " + Join(sheet.ChordNotes(), " ") + "\n";
     return out;
 }
 
-std::string ChartTsv(const ChartController &chart) {
+std::string ChartTsv(const ChartSheet &sheet) {
     std::string out;
-    for (const auto &row : ChartRows(chart))
+    for (const auto &row : ChartRows(sheet))
         out += Join(row, "\t") + "\n";
     return out;
 }
 
-std::string DescribeText(const ChartController &chart, theory::Spelling spelling,
-                         bool lastStringFirst) {
-    const auto rows = ChartRows(chart);
-    theory::SheetFacts facts;
-    facts.layoutName = LayoutName(chart.PopupMenu9->ListIndex());
-    facts.strings = static_cast<int>(chart.StringCount());
-    facts.notes = ChordNotes(chart);
-    const auto tunings = chart.TuningPopups();
-    for (int s = 0; s < facts.strings; ++s) {
-        const PopupMenu &popup = *tunings[static_cast<std::size_t>(s)];
-        const auto open = theory::ParseNote(popup.List(popup.ListIndex()));
-        facts.tuning.push_back(SpellNote(open.value_or(0), spelling, facts.notes));
-    }
-    facts.chordTitle = (facts.notes.empty() ? Selected(*chart.PopupMenu1) : facts.notes[0]) + " " +
-                       Selected(*chart.PopupMenu2);
+std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst) {
+    SheetFacts facts;
+    facts.layoutName = LayoutName(sheet.mode);
+    facts.strings = static_cast<int>(sheet.StringCount());
+    facts.notes = sheet.ChordNotes();
+    for (const int open : sheet.openNotes)
+        facts.tuning.push_back(SpellNote(open, spelling, facts.notes));
+    facts.chordTitle =
+        (facts.notes.empty() ? sheet.rootItem : facts.notes[0]) + " " + sheet.chordItem;
     // A fret's name is the label row's text; where the layout leaves that
     // empty, the heading's.
-    for (std::size_t p = 0; p < rows[1].size(); ++p)
-        facts.fretNames.push_back(rows[1][p].empty() ? rows[0][p] : rows[1][p]);
-    facts.cells.assign(rows.begin() + 2, rows.end());
-    std::string text = theory::Describe(facts);
-    if (!lastStringFirst)
-        return text;
-    // Two lines of instrument and chord, then one line per string; the text
-    // ends in a line end, so the last entry is empty.
-    std::vector<std::string> lines = Split(text, "\n");
-    std::reverse(lines.begin() + 2, lines.end() - 1);
-    return Join(lines, "\n");
+    const std::vector<std::string> &labels = sheet.rows.at(0);
+    for (std::size_t p = 0; p < labels.size(); ++p)
+        facts.fretNames.push_back(labels[p].empty() ? sheet.headings.at(p) : labels[p]);
+    facts.cells.assign(sheet.rows.begin() + 1, sheet.rows.end());
+    facts.lastStringFirst = lastStringFirst;
+    return Describe(facts);
 }
 
-std::string ChordTitle(const ChartController &chart) {
-    return Selected(*chart.PopupMenu1) + " " + Selected(*chart.PopupMenu2);
+std::string ChordTitle(const ChartSheet &sheet) {
+    return sheet.rootItem + " " + sheet.chordItem;
 }
 
-std::string InstrumentTitle(const ChartController &chart) {
-    const Int strings = chart.StringCount();
+std::string InstrumentTitle(const ChartSheet &sheet) {
     std::vector<std::string> tuning;
-    const auto popups = chart.TuningPopups();
-    for (Int i = 0; i < strings; ++i)
-        tuning.push_back(Selected(*popups[static_cast<std::size_t>(i)]));
-    return LayoutName(chart.PopupMenu9->ListIndex()) + ", " + std::to_string(strings) +
-           " strings " + Join(tuning, " ");
+    for (const int open : sheet.openNotes)
+        tuning.push_back(catalogue::SharpName(open));
+    return LayoutName(sheet.mode) + ", " + std::to_string(sheet.StringCount()) + " strings " +
+           Join(tuning, " ");
 }
 
-std::string ChartTitle(const ChartController &chart) {
-    return ChordTitle(chart) + " - " + InstrumentTitle(chart);
+std::string ChartTitle(const ChartSheet &sheet) {
+    return ChordTitle(sheet) + " - " + InstrumentTitle(sheet);
 }
 
-} // namespace varnock::chart
+} // namespace varnock::cli

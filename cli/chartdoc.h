@@ -1,23 +1,19 @@
 #pragma once
 
-// The chart as text: the rows of the chart list, the chord's notes, an
-// aligned table, tab-separated rows and a short title.
+// The chart as text, read off a sheet: an aligned table, tab-separated rows,
+// sentences and short titles.
 
+#include "chart/chartsheet.h"
 #include "chart/sheet.h"
-#include "cli/theory.h"
+#include "cli/degrees.h"
 
 #include <string>
 #include <vector>
 
-namespace varnock {
-class ChartController;
-}
-
-namespace varnock::chart {
+namespace varnock::cli {
 
 // The chart's rows as text: heading line, label row, string rows.
-std::vector<std::vector<std::string>> ChartRows(const ChartController &chart);
-std::vector<std::string> ChordNotes(const ChartController &chart);
+std::vector<std::vector<std::string>> ChartRows(const ChartSheet &sheet);
 
 // The rows as the orientation shows them: each row mirrored, the string rows
 // in reverse; the heading line and label row stay on top.
@@ -25,20 +21,19 @@ std::vector<std::vector<std::string>> Oriented(std::vector<std::vector<std::stri
                                                ChartOrientation orientation);
 
 // Aligned plain text with the notes line after the table.
-std::string ChartText(const ChartController &chart, ChartOrientation orientation = {});
+std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation = {});
 // One tab-separated line per row, cells exactly as in the chart; no notes.
-std::string ChartTsv(const ChartController &chart);
+std::string ChartTsv(const ChartSheet &sheet);
 
 // The chart in sentences for a screen reader: the instrument, the chord,
 // then each string, the last one first when `lastStringFirst`; each
-// position also by its fret name in the layout.
-std::string DescribeText(const ChartController &chart, theory::Spelling spelling,
-                         bool lastStringFirst);
+// position also by its fret name in the layout. The sheet comes spelled.
+std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst);
 
 // A short title such as "D 7 - Chromatic, 4 strings D A D G".
-std::string ChartTitle(const ChartController &chart);
+std::string ChartTitle(const ChartSheet &sheet);
 // Its chord part, "D 7", and its instrument part, "Chromatic, 4 strings D A D G".
-std::string ChordTitle(const ChartController &chart);
-std::string InstrumentTitle(const ChartController &chart);
+std::string ChordTitle(const ChartSheet &sheet);
+std::string InstrumentTitle(const ChartSheet &sheet);
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -3,31 +3,23 @@
 // --identify and --identify-frets: the chords of the catalogue named from a
 // set of notes, or from the notes a fret list sounds on the chosen instrument.
 
-#include "cli/theory.h"
+#include "chart/chartsheet.h"
+#include "cli/degrees.h"
 
 #include <string>
 #include <vector>
 
-namespace varnock {
-class ChartController;
-}
-
-namespace varnock::chart {
-
-// "D, F#,a" as note indices: 2 to 4 names in any spelling, at least two of
-// them different; BadInput naming the bad entry or count otherwise.
-std::vector<int> ParseNoteList(const std::string &list);
+namespace varnock::cli {
 
 // Every chord of exactly these notes, then every one that holds them all, a
 // line each ("D Maj: D F# A"); one line saying so when there is none. With
 // the Chord spelling, a root among `typed` is spelled from as typed.
-std::string IdentifyText(const std::vector<int> &notes, theory::Spelling spelling,
+std::string IdentifyText(const std::vector<int> &notes, Spelling spelling,
                          const std::vector<std::string> &typed = {});
 
-// "Notes: ..." for the notes the positions sound on the chart's layout,
+// "Notes: ..." for the notes the positions sound on the sheet's layout,
 // strings and tuning, then what IdentifyText says of them. BadInput for a bad
 // entry, a position outside 0..22 or a count that is not the string count.
-std::string IdentifyFretsText(const ChartController &chart, const std::string &list,
-                              theory::Spelling spelling);
+std::string IdentifyFretsText(const ChartSheet &sheet, const std::string &list, Spelling spelling);
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -5,6 +5,7 @@
 #include "chart/controller.h"
 #include "cli/book.h"
 #include "cli/chartdoc.h"
+#include "cli/errors.h"
 #include "cli/lookup.h"
 #include "cli/names.h"
 #include "cli/options.h"
@@ -26,9 +27,6 @@ using namespace varnock;
 
 namespace {
 
-constexpr int kBadInput = 2;
-constexpr int kWriteFailed = 1;
-
 // The chart as the program opens it; with a settings store, the layout,
 // strings and tuning saved there are restored as the window restores them.
 class ExportChart : public ChartController {
@@ -45,66 +43,66 @@ class ExportChart : public ChartController {
     iniClass *settings_;
 };
 
-void Export(const chart::Options &options, ChartController &chart) {
+void Export(const cli::Options &options, ChartController &chart) {
     // Every value is checked before anything is printed or written.
-    const chart::Selection selection = chart::Resolve(options);
-    const theory::Spelling spelling = chart::ResolveSpelling(options.spelling);
+    const cli::Selection selection = cli::Resolve(options);
+    const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
     std::vector<int> identify;
     if (options.identify)
-        identify = chart::ParseNoteList(*options.identify);
+        identify = cli::ResolveNoteList(*options.identify);
     std::vector<int> roots, chords;
     if (options.book) {
-        roots = chart::ResolveRoots(options.roots);
-        chords = chart::ResolveChords(options.chords);
+        roots = cli::ResolveRoots(options.roots);
+        chords = cli::ResolveChords(options.chords);
     } else if (options.roots || options.chords) {
-        throw chart::BadInput("--roots and --chords go with --book only");
+        throw cli::BadInput("--roots and --chords go with --book only");
     }
-    chart::Apply(chart, selection);
+    cli::Apply(chart, selection);
 
     if (options.identify || options.identifyFrets) {
         std::cout << (options.identify
-                          ? chart::IdentifyText(identify, spelling,
-                                                chart::SplitList(*options.identify))
-                          : chart::IdentifyFretsText(chart, *options.identifyFrets, spelling))
+                          ? cli::IdentifyText(identify, spelling, cli::SplitList(*options.identify))
+                          : cli::IdentifyFretsText(chart.Sheet(), *options.identifyFrets, spelling))
                   << std::flush;
         return;
     }
-    chart::ApplySpelling(chart, spelling, chart::SpellingRoot(options.root));
+    const ChartSheet sheet = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
     const bool files = options.png || options.svg || options.pdf || options.book;
     if (options.text || options.tsv || options.describe || options.output || !files) {
-        const std::string text = options.tsv ? chart::ChartTsv(chart)
+        const std::string text = options.tsv ? cli::ChartTsv(sheet)
                                  : options.describe
-                                     ? chart::DescribeText(chart, spelling, options.flip)
-                                     : chart::ChartText(chart, orientation);
+                                     ? cli::DescribeText(sheet, spelling, options.flip)
+                                     : cli::ChartText(sheet, orientation);
         if (options.output)
-            chart::WriteTextFile(QString::fromStdString(*options.output), text);
+            cli::WriteTextFile(QString::fromStdString(*options.output), text);
         else
             std::cout << text << std::flush;
     }
     if (options.png)
-        chart::WritePng(QString::fromStdString(*options.png), chart, options.scale, orientation);
+        cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
     if (options.svg)
-        chart::WriteSvg(QString::fromStdString(*options.svg), chart, orientation);
+        cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
     if (options.pdf)
-        chart::WritePdf(QString::fromStdString(*options.pdf), chart, orientation);
+        cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
     if (options.book)
-        chart::WriteBook(QString::fromStdString(*options.book), chart, roots, chords,
-                         {orientation, spelling, chart::SpellingRoots(options.roots)});
+        cli::WriteBook(QString::fromStdString(*options.book),
+                       cli::MakeBook(chart, roots, chords,
+                                     {orientation, spelling, cli::SpellingRoots(options.roots)}));
 }
 
 int Run(int argc, char **argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
-    chart::Options options;
+    cli::Options options;
     try {
-        options = chart::ParseArguments(args);
-    } catch (const chart::BadInput &e) {
+        options = cli::ParseArguments(args);
+    } catch (const cli::BadInput &e) {
         std::cerr << "varnock-chart: " << e.what() << "\n";
-        return kBadInput;
+        return cli::kExitBadInput;
     }
     if (options.help) {
-        std::cout << chart::HelpText();
+        std::cout << cli::HelpText();
         return 0;
     }
     if (options.version) {
@@ -134,12 +132,12 @@ int Run(int argc, char **argv) {
     chart.Open();
     try {
         Export(options, chart);
-    } catch (const chart::BadInput &e) {
+    } catch (const cli::BadInput &e) {
         std::cerr << "varnock-chart: " << e.what() << "\n";
-        return kBadInput;
-    } catch (const chart::WriteFailed &e) {
+        return cli::kExitBadInput;
+    } catch (const cli::WriteFailed &e) {
         std::cerr << "varnock-chart: " << e.what() << "\n";
-        return kWriteFailed;
+        return cli::kExitWriteFailed;
     }
     return 0;
 }
@@ -151,6 +149,6 @@ int main(int argc, char **argv) {
         return Run(argc, argv);
     } catch (const std::exception &e) {
         std::cerr << "varnock-chart: " << e.what() << "\n";
-        return kWriteFailed;
+        return cli::kExitWriteFailed;
     }
 }

@@ -2,20 +2,17 @@
 
 #include "chart/controller.h"
 #include "chart/controls.h"
+#include "model/catalogue.h"
 
+#include <algorithm>
 #include <cctype>
 #include <span>
 
-namespace varnock::chart {
+namespace varnock::cli {
 
 namespace {
 
-using Items = std::span<const char *const>;
-
-[[noreturn]] void Reject(const std::string &what, const std::string &value,
-                         const std::vector<std::string> &accepted) {
-    throw BadInput("unknown " + what + " \"" + value + "\"; accepted: " + Join(accepted, ", "));
-}
+namespace cat = catalogue;
 
 std::string Lower(std::string s) {
     for (char &c : s)
@@ -23,54 +20,47 @@ std::string Lower(std::string s) {
     return s;
 }
 
-std::vector<std::string> Quoted(Items items) {
-    std::vector<std::string> quoted;
-    for (const char *item : items) {
-        // Appended piece by piece: GCC 12 takes "literal" + std::string&&
-        // for an overlapping copy at -O2 and warns.
-        std::string name = "\"";
-        name += item;
-        name += '"';
-        quoted.push_back(std::move(name));
-    }
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    quoted += text;
+    quoted += '"';
     return quoted;
 }
 
-// The names a root item answers to: "F# / Gb" answers to itself, "F#" and
-// "Gb".
-std::vector<std::string> NoteNames(const std::string &item) {
-    std::vector<std::string> names = {item};
-    std::string::size_type start = 0;
-    for (;;) {
-        const auto slash = item.find(" / ", start);
-        names.push_back(item.substr(start, slash - start));
-        if (slash == std::string::npos)
-            return names;
-        start = slash + 3;
-    }
+std::string AcceptedChords() {
+    std::vector<std::string> names;
+    for (const cat::ChordType &type : cat::kChordTypes)
+        names.push_back(Quoted(type.name));
+    return Join(names, ", ");
 }
 
-// The first letter may be typed in lower case ("f#", "gb").
-std::optional<int> FindNote(std::string text) {
-    if (!text.empty())
-        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-    for (std::size_t i = 0; i < items::kRoots.size(); ++i)
-        for (const std::string &name : NoteNames(items::kRoots[i]))
-            if (name == text)
-                return static_cast<int>(i);
+std::string NoteRule() {
+    return std::string(cat::kNoteNameRule) + ", such as F# or Bb";
+}
+
+// How players often write a chord type the menu names otherwise.
+constexpr std::pair<std::string_view, std::string_view> kChordAliases[] = {
+    {"M", "Maj"},   {"maj", "Maj"},   {"major", "Maj"}, {"M7", "maj7"},   {"Maj7", "maj7"},
+    {"M9", "maj9"}, {"M11", "maj11"}, {"M13", "maj13"}, {"min", "m"},     {"minor", "m"},
+    {"min7", "m7"}, {"min6", "m6"},   {"min9", "m9"},   {"mM7", "mmaj7"}, {"mM9", "mmaj9"},
+    {"o", "Dim"},   {"o7", "Dim7"},   {"+", "Aug"},     {"sus", "Sus4"},  {"7sus", "7sus4"},
+    {"add2", "2"},  {"6add9", "6/9"}, {"69", "6/9"},    {"aug", "Aug"},   {"dim", "Dim"},
+};
+
+// The chord type a near miss most likely means: a player's usual name for
+// it, or the same name in other capitals; nullopt when nothing is near.
+std::optional<int> NearChord(const std::string &text) {
+    for (const auto &[alias, name] : kChordAliases)
+        if (alias == text)
+            return cat::FindChordType(name);
+    for (int i = 0; i < cat::kChordTypeCount; ++i)
+        if (Lower(std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name)) == Lower(text))
+            return i;
     return std::nullopt;
 }
 
-int ResolveItem(Items items, const std::string &what, const std::string &text) {
-    for (std::size_t i = 0; i < items.size(); ++i)
-        if (items[i] == text)
-            return static_cast<int>(i);
-    // No two chord names differ only in case, so "dim7" or "Maj7" can only
-    // mean one of them.
-    for (std::size_t i = 0; i < items.size(); ++i)
-        if (Lower(items[i]) == Lower(text))
-            return static_cast<int>(i);
-    Reject(what, text, Quoted(items));
+std::optional<int> FindNote(const std::string &text) {
+    return cat::ParseNote(text);
 }
 
 // Layout names are long, so any capitalisation will do; a mode number
@@ -81,30 +71,27 @@ int ResolveLayout(const std::string &text) {
             return static_cast<int>(i);
     if (text.size() == 1 && text[0] >= '0' && text[0] < '0' + kModes)
         return text[0] - '0';
-    std::vector<std::string> accepted = Quoted(items::kLayouts);
+    std::vector<std::string> accepted;
+    for (const char *layout : items::kLayouts)
+        accepted.push_back(Quoted(layout));
     accepted.push_back("0.." + std::to_string(kModes - 1));
-    Reject("fret layout", text, accepted);
+    throw BadInput("unknown fret layout \"" + text + "\"; accepted: " + Join(accepted, ", "));
 }
 
-// The tuning popups hold sharps only; a flat is found through the root names.
+// The tuning popups run from D, so item i is the note index i + 5.
 int ResolveTuningNote(const std::string &text) {
-    if (const auto root = FindNote(text)) {
-        const std::string sharp = NoteNames(items::kRoots[static_cast<std::size_t>(*root)])[1];
-        for (std::size_t i = 0; i < items::kTuning.size(); ++i)
-            if (items::kTuning[i] == sharp)
-                return static_cast<int>(i);
-    }
-    Reject("tuning note", text,
-           std::vector<std::string>(items::kTuning.begin(), items::kTuning.end()));
+    if (const auto note = FindNote(text))
+        return cat::Mod12(*note - 5);
+    throw BadInput("unknown tuning note \"" + text + "\"; accepted: " + NoteRule());
 }
 
 // Every item when no list is given, else each name resolved.
 template <typename ResolveName>
-std::vector<int> ResolveList(Items items, const std::optional<std::string> &list,
+std::vector<int> ResolveList(std::size_t count, const std::optional<std::string> &list,
                              ResolveName resolve) {
     std::vector<int> out;
     if (!list || list->empty()) {
-        for (std::size_t i = 0; i < items.size(); ++i)
+        for (std::size_t i = 0; i < count; ++i)
             out.push_back(static_cast<int>(i));
         return out;
     }
@@ -139,21 +126,59 @@ std::vector<std::string> SplitList(const std::string &text) {
 }
 
 int ResolveRoot(const std::string &text) {
-    if (const auto index = FindNote(text))
-        return *index;
-    Reject("root", text, Quoted(items::kRoots));
+    if (const auto note = FindNote(text))
+        return *note;
+    // "Dm" is a chord, not a root: the longest note name in front, then a
+    // chord type (or a near miss of one).
+    for (std::size_t cut = text.size() - std::min<std::size_t>(text.size(), 1); cut > 0; --cut) {
+        const std::string note = text.substr(0, cut), rest = text.substr(cut);
+        if (!FindNote(note))
+            continue;
+        auto chord = cat::FindChordType(rest);
+        if (!chord)
+            chord = NearChord(rest);
+        if (chord)
+            throw BadInput("root \"" + text + "\" names a chord; use --root " + note + " --chord " +
+                           std::string(cat::kChordTypes[static_cast<std::size_t>(*chord)].name));
+    }
+    throw BadInput("unknown root \"" + text + "\"; accepted: " + NoteRule());
 }
 
 int ResolveChord(const std::string &text) {
-    return ResolveItem(items::kChords, "chord", text);
+    if (const auto chord = cat::FindChordType(text))
+        return *chord;
+    std::string hint;
+    if (const auto near = NearChord(text))
+        hint =
+            "did you mean " + Quoted(cat::kChordTypes[static_cast<std::size_t>(*near)].name) + "? ";
+    throw BadInput("unknown chord \"" + text + "\"; " + hint + "accepted: " + AcceptedChords());
 }
 
 std::vector<int> ResolveRoots(const std::optional<std::string> &list) {
-    return ResolveList(items::kRoots, list, ResolveRoot);
+    return ResolveList(cat::kNotes.size(), list, ResolveRoot);
 }
 
 std::vector<int> ResolveChords(const std::optional<std::string> &list) {
-    return ResolveList(items::kChords, list, ResolveChord);
+    return ResolveList(cat::kChordTypes.size(), list, ResolveChord);
+}
+
+std::vector<int> ResolveNoteList(const std::string &list) {
+    const std::vector<std::string> names = SplitList(list);
+    if (names.size() < 2 || names.size() > 4)
+        throw BadInput("--identify \"" + list + "\" names " + std::to_string(names.size()) +
+                       (names.size() == 1 ? " note" : " notes") +
+                       "; accepted: 2 to 4 comma-separated notes, such as D,F#,A");
+    std::vector<int> notes;
+    for (const std::string &name : names) {
+        const auto note = FindNote(name);
+        if (!note)
+            throw BadInput("note \"" + name + "\" is not a note name; accepted: " + NoteRule());
+        notes.push_back(*note);
+    }
+    if (std::count(notes.begin(), notes.end(), notes[0]) == static_cast<long>(notes.size()))
+        throw BadInput("--identify \"" + list +
+                       "\" names one note only; accepted: 2 to 4 different notes");
+    return notes;
 }
 
 Selection Resolve(const Options &o) {
@@ -172,10 +197,12 @@ Selection Resolve(const Options &o) {
                            "\" needs 3 or 4 comma-separated notes, such as D,A,D or D,A,D,G");
         for (const std::string &note : notes)
             s.tuning.push_back(ResolveTuningNote(note));
-        if (notes.size() == 4 && !s.strings)
+        const int strings = static_cast<int>(notes.size());
+        if (s.strings && *s.strings + 3 != strings)
+            throw BadInput("tuning \"" + *o.tuning + "\" names " + std::to_string(strings) +
+                           " strings, but --strings is " + std::to_string(*s.strings + 3));
+        if (strings == 4)
             s.strings = 1;
-        if (notes.size() == 3 && s.strings == 1)
-            throw BadInput("tuning \"" + *o.tuning + "\" names 3 strings, but --strings is 4");
     }
     if (o.root)
         s.root = ResolveRoot(*o.root);
@@ -209,4 +236,4 @@ std::string LayoutName(Int mode) {
     return "Layout " + std::to_string(mode);
 }
 
-} // namespace varnock::chart
+} // namespace varnock::cli

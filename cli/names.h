@@ -1,8 +1,9 @@
 #pragma once
 
-// The names the user types, matched against the program's own menu items:
+// The names the user types, resolved to the program's own menu items:
 // layouts, string counts, tunings, roots and chords. A name that matches
-// nothing is BadInput naming the bad value and the accepted ones.
+// nothing is BadInput naming the bad value and what is accepted, with a
+// suggestion where a musician's near miss is plain.
 
 #include "cli/options.h"
 #include "platform/basic.h"
@@ -15,7 +16,7 @@ namespace varnock {
 class ChartController;
 }
 
-namespace varnock::chart {
+namespace varnock::cli {
 
 // Fret layouts by mode number: the four of the program's menu and two more.
 constexpr int kModes = 6;
@@ -32,6 +33,9 @@ int ResolveChord(const std::string &text);
 // A comma-separated list of roots or chords; "" or absent means all of them.
 std::vector<int> ResolveRoots(const std::optional<std::string> &list);
 std::vector<int> ResolveChords(const std::optional<std::string> &list);
+// "D, F#,a" as note indices: 2 to 4 names in any spelling, at least two of
+// them different.
+std::vector<int> ResolveNoteList(const std::string &list);
 
 // Sets the popups as a user would; each change recomputes the chart. The
 // layouts the menu lacks are reached by their mode number.
@@ -44,4 +48,4 @@ std::string LayoutName(Int mode);
 std::vector<std::string> SplitList(const std::string &text);
 std::string Join(const std::vector<std::string> &parts, const std::string &separator);
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -1,14 +1,144 @@
 #include "cli/options.h"
 
-namespace varnock::chart {
+#include "chart/controls.h"
+#include "model/catalogue.h"
+
+#include <algorithm>
+
+namespace varnock::cli {
 
 namespace {
 
-std::string Value(const std::vector<std::string> &args, std::size_t &i) {
-    if (i + 1 >= args.size())
-        throw BadInput("option " + args[i] + " needs a value");
-    return args[++i];
+namespace cat = catalogue;
+
+std::vector<std::string> Layouts() {
+    std::vector<std::string> names(items::kLayouts.begin(), items::kLayouts.end());
+    for (int mode = 0; mode < 6; ++mode)
+        names.push_back(std::to_string(mode));
+    return names;
 }
+std::vector<std::string> StringCounts() {
+    return {"3", "4"};
+}
+std::vector<std::string> Scales() {
+    return {"1", "2"};
+}
+std::vector<std::string> Spellings() {
+    return {"sharps", "flats", "chord"};
+}
+// Sharps, each followed by its flat where it has one: A A# Bb B C ...
+std::vector<std::string> NoteNames() {
+    std::vector<std::string> names;
+    for (const cat::NoteNames &note : cat::kNotes) {
+        names.emplace_back(note.sharp);
+        if (note.flat != note.sharp)
+            names.emplace_back(note.flat);
+    }
+    return names;
+}
+std::vector<std::string> ChordNames() {
+    std::vector<std::string> names;
+    for (const cat::ChordType &type : cat::kChordTypes)
+        names.emplace_back(type.name);
+    return names;
+}
+
+using S = Section;
+using V = ValueKind;
+using O = Options;
+using T = const std::string &;
+
+// clang-format off
+const OptionSpec kOptions[] = {
+    {"--frets", "", V::Word, "LAYOUT", S::Selection, false,
+     "\"Diatonic\" (default), \"Diatonic with 6+\",\n\"Diatonic with 1+ and 6+\", \"Chromatic\", or the mode\n"
+     "number 0..5; 4 and 5 are two five-fret layouts the\nprogram's menu does not offer",
+     [](O &o, T v) { o.frets = v; }, Layouts},
+    {"--strings", "", V::Word, "N", S::Selection, false,
+     "3 (default) or 4; a tuning names as many notes",
+     [](O &o, T v) { o.strings = v; }, StringCounts},
+    {"--tuning", "", V::List, "NOTES", S::Selection, false,
+     "open notes from the lowest string, comma-separated:\nD,A,D (default) or D,A,D,G; four notes imply --strings 4",
+     [](O &o, T v) { o.tuning = v; }, NoteNames},
+    {"--root", "", V::Word, "NOTE", S::Selection, false,
+     "A (default) .. G#, or any spelling: Gb, F\u266F, B#, Cx",
+     [](O &o, T v) { o.root = v; }, NoteNames},
+    {"--chord", "", V::Word, "TYPE", S::Selection, false,
+     "Maj (default), 7, maj7, m, m7, Dim, Dim7, Sus2, Sus4,\nadd9, madd9, Aug, 2, 5, 6, 6/9, 9/6, 9, 11, 13, maj9,\n"
+     "maj11, maj13, m6, maj6/9, mmaj7, mmaj9, m9, m11, m13,\n7/6, 7sus4; exactly so: M and m differ",
+     [](O &o, T v) { o.chord = v; }, ChordNames},
+    {"--from-settings", "", V::None, "", S::Selection, false,
+     "take layout, strings and tuning from the program's\nsettings file (read only); options given still win",
+     [](O &o, T) { o.fromSettings = true; }, nullptr},
+
+    {"--text", "", V::None, "", S::Output, true,
+     "the chart as an aligned table, then \"Notes: ...\" (default)",
+     [](O &o, T) { o.text = true; }, nullptr},
+    {"--tsv", "", V::None, "", S::Output, true,
+     "tab-separated: heading line, label row, string rows, one\nline each, cells exactly as in the chart; no notes line.\n"
+     "It is data, so it keeps position and string order even\nwith --left-handed or --flip",
+     [](O &o, T) { o.tsv = true; }, nullptr},
+    {"--describe", "", V::None, "", S::Output, true,
+     "the chart in sentences a screen reader reads well: the\ninstrument, the chord and its notes, then where each note\n"
+     "lies on each string, by the layout's own fret names",
+     [](O &o, T) { o.describe = true; }, nullptr},
+    {"--output", "-o", V::File, "FILE", S::Output, true,
+     "write the --text, --tsv or --describe output to FILE",
+     [](O &o, T v) { o.output = v; }, nullptr},
+    {"--png", "", V::File, "FILE", S::Output, true,
+     "chart and notes table as a PNG image",
+     [](O &o, T v) { o.png = v; }, nullptr},
+    {"--scale", "", V::Word, "1|2", S::Output, false,
+     "pixel scale of the PNG (2 for print)",
+     [](O &o, T v) {
+         if (v != "1" && v != "2")
+             throw BadInput("unknown scale \"" + v + "\"; accepted: 1, 2");
+         o.scale = v[0] - '0';
+     }, Scales},
+    {"--svg", "", V::File, "FILE", S::Output, true,
+     "chart and notes table as SVG",
+     [](O &o, T v) { o.svg = v; }, nullptr},
+    {"--pdf", "", V::File, "FILE", S::Output, true,
+     "chart and notes table as a one-page PDF",
+     [](O &o, T v) { o.pdf = v; }, nullptr},
+    {"--book", "", V::File, "FILE.pdf", S::Output, true,
+     "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
+     [](O &o, T v) { o.book = v; }, nullptr},
+    {"--roots", "", V::List, "LIST", S::Output, false,
+     "roots for the book, comma-separated (default: all 12)",
+     [](O &o, T v) { o.roots = v; }, NoteNames},
+    {"--chords", "", V::List, "LIST", S::Output, false,
+     "chords for the book, comma-separated (default: all 32)",
+     [](O &o, T v) { o.chords = v; }, ChordNames},
+
+    {"--spelling", "", V::Word, "NAMES", S::Look, false,
+     "sharps (default, as in the program), flats (\"A#\" is\n\"Bb\"), or chord: each note named by its degree above the\n"
+     "root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)",
+     [](O &o, T v) { o.spelling = v; }, Spellings},
+    {"--left-handed", "", V::None, "", S::Look, false,
+     "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
+     [](O &o, T) { o.leftHanded = true; }, nullptr},
+    {"--flip", "", V::None, "", S::Look, false,
+     "the last string on top; the label row stays the top row.\nThe notes table is a legend: neither option turns it",
+     [](O &o, T) { o.flip = true; }, nullptr},
+
+    {"--identify", "", V::List, "NOTES", S::Naming, false,
+     "2 to 4 note names in any spelling and order, comma-\nseparated: every root and chord type of exactly those\n"
+     "notes, then every one that holds them all, one a line",
+     [](O &o, T v) { o.identify = v; }, NoteNames},
+    {"--identify-frets", "", V::List, "P1,P2[,P3[,P4]]", S::Naming, false,
+     "a position 0..22 per string, or x for a string not\nplayed, on the chosen layout and tuning: first the notes\n"
+     "sounding there, then the chords they make, as above",
+     [](O &o, T v) { o.identifyFrets = v; }, nullptr},
+
+    {"--version", "", V::None, "", S::Other, false,
+     "the version, the same as the program's",
+     [](O &o, T) { o.version = true; }, nullptr},
+    {"--help", "-h", V::None, "", S::Other, false,
+     "this text",
+     [](O &o, T) { o.help = true; }, nullptr},
+};
+// clang-format on
 
 // The options given among those that make text or files of the chart.
 std::vector<std::string> ChartOutputs(const Options &o) {
@@ -34,147 +164,110 @@ void CheckCombinations(const Options &o) {
                        " prints text only and does not combine with " + outputs[0]);
 }
 
+std::string Indented(std::string_view lines, std::size_t indent) {
+    std::string out;
+    std::size_t start = 0;
+    for (bool first = true;; first = false) {
+        const auto end = lines.find('\n', start);
+        if (!first)
+            out += std::string(indent, ' ');
+        out += std::string(lines.substr(start, end - start)) + "\n";
+        if (end == std::string_view::npos)
+            return out;
+        start = end + 1;
+    }
+}
+
 } // namespace
+
+std::span<const OptionSpec> OptionTable() {
+    return kOptions;
+}
+
+const OptionSpec *FindOption(std::string_view name) {
+    for (const OptionSpec &spec : kOptions)
+        if (spec.name == name || (!spec.shortName.empty() && spec.shortName == name))
+            return &spec;
+    return nullptr;
+}
 
 Options ParseArguments(const std::vector<std::string> &args) {
     Options o;
+    std::vector<const OptionSpec *> seen;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string arg = args[i];
+        std::string name = args[i];
+        std::optional<std::string> value;
         // --name=value is the same as --name value.
-        std::vector<std::string> local;
-        std::size_t j = 0;
-        const std::vector<std::string> *source = &args;
-        std::size_t *at = &i;
-        if (arg.rfind("--", 0) == 0 && arg.find('=') != std::string::npos) {
-            local = {arg.substr(0, arg.find('=')), arg.substr(arg.find('=') + 1)};
-            arg = local[0];
-            source = &local;
-            at = &j;
+        if (name.starts_with("--") && name.find('=') != std::string::npos) {
+            value = name.substr(name.find('=') + 1);
+            name.erase(name.find('='));
         }
-        const auto value = [&] { return Value(*source, *at); };
-        if (arg == "-h" || arg == "--help")
-            o.help = true;
-        else if (arg == "--version")
-            o.version = true;
-        else if (arg == "--frets")
-            o.frets = value();
-        else if (arg == "--strings")
-            o.strings = value();
-        else if (arg == "--tuning")
-            o.tuning = value();
-        else if (arg == "--root")
-            o.root = value();
-        else if (arg == "--chord")
-            o.chord = value();
-        else if (arg == "--roots")
-            o.roots = value();
-        else if (arg == "--chords")
-            o.chords = value();
-        else if (arg == "--from-settings")
-            o.fromSettings = true;
-        else if (arg == "--text")
-            o.text = true;
-        else if (arg == "--tsv")
-            o.tsv = true;
-        else if (arg == "-o" || arg == "--output")
-            o.output = value();
-        else if (arg == "--png")
-            o.png = value();
-        else if (arg == "--svg")
-            o.svg = value();
-        else if (arg == "--pdf")
-            o.pdf = value();
-        else if (arg == "--book")
-            o.book = value();
-        else if (arg == "--spelling")
-            o.spelling = value();
-        else if (arg == "--left-handed")
-            o.leftHanded = true;
-        else if (arg == "--flip")
-            o.flip = true;
-        else if (arg == "--identify")
-            o.identify = value();
-        else if (arg == "--identify-frets")
-            o.identifyFrets = value();
-        else if (arg == "--describe")
-            o.describe = true;
-        else if (arg == "--scale") {
-            const std::string s = value();
-            if (s != "1" && s != "2")
-                throw BadInput("unknown scale \"" + s + "\"; accepted: 1, 2");
-            o.scale = s[0] - '0';
-        } else
-            throw BadInput("unknown option \"" + arg + "\"; see --help");
-        if (source == &local && j + 1 < local.size())
-            throw BadInput("option " + arg + " takes no value");
+        const OptionSpec *spec = FindOption(name);
+        if (!spec)
+            throw BadInput("unknown option \"" + name + "\"; see --help");
+        if (spec->kind == ValueKind::None) {
+            if (value)
+                throw BadInput("option " + name + " takes no value");
+            value = "";
+        } else if (!value) {
+            if (i + 1 >= args.size())
+                throw BadInput("option " + name + " needs a value");
+            value = args[++i];
+        }
+        // Nothing we take starts with a dash, so "--book --help" is a missing
+        // file name, not a file named "--help".
+        if (spec->kind != ValueKind::None && value->starts_with("-"))
+            throw BadInput("option " + name + " needs " +
+                           (spec->kind == ValueKind::File ? "a file name" : "a value") +
+                           ", not \"" + *value + "\"");
+        if (spec->output && std::find(seen.begin(), seen.end(), spec) != seen.end())
+            throw BadInput("option " + std::string(spec->name) + " is given twice");
+        seen.push_back(spec);
+        spec->store(o, *value);
     }
     CheckCombinations(o);
     return o;
 }
 
 std::string HelpText() {
-    return R"(Usage: varnock-chart [options]
+    constexpr std::size_t kColumn = 21;
+    static const std::pair<Section, const char *> kHeadings[] = {
+        {Section::Selection,
+         "Selections (names as in the program's menus; defaults are its start values):"},
+        {Section::Output, "Output (text goes to standard output unless -o is given):"},
+        {Section::Look, "How the chart is shown (text, images and the book alike):"},
+        {Section::Naming, "Naming chords (these print text only and take no other output option):"},
+        {Section::Other, "Other:"},
+    };
+    std::string out = R"(Usage: varnock-chart [options]
 
 Prints or exports Varnock's chord chart: the same chord model and the same
 cell painting as the program's window, without opening a window.
-
-Selections (names as in the program's menus; defaults are its start values):
-  --frets LAYOUT     "Diatonic" (default), "Diatonic with 6+",
-                     "Diatonic with 1+ and 6+", "Chromatic", or the mode
-                     number 0..5; 4 and 5 are two five-fret layouts the
-                     program's menu does not offer
-  --strings N        3 (default) or 4
-  --tuning NOTES     open notes from the lowest string, comma-separated:
-                     D,A,D (default) or D,A,D,G; four notes imply --strings 4
-  --root NOTE        A (default) .. G#; flats too: "Gb" is "F# / Gb"
-  --chord TYPE       Maj (default), 7, maj7, m, m7, Dim, Dim7, Sus2, Sus4,
-                     add9, madd9, Aug, 2, 5, 6, 6/9, 9/6, 9, 11, 13, maj9,
-                     maj11, maj13, m6, maj6/9, mmaj7, mmaj9, m9, m11, m13,
-                     7/6, 7sus4
-  --from-settings    take layout, strings and tuning from the program's
-                     settings file (read only); options given still win
-
-Output (text goes to standard output unless -o is given):
-  --text             the chart as an aligned table, then "Notes: ..." (default)
-  --tsv              tab-separated: heading line, label row, string rows, one
-                     line each, cells exactly as in the chart; no notes line.
-                     It is data, so it keeps position and string order even
-                     with --left-handed or --flip
-  --describe         the chart in sentences a screen reader reads well: the
-                     instrument, the chord and its notes, then where each note
-                     lies on each string, by the layout's own fret names
-  -o, --output FILE  write the --text, --tsv or --describe output to FILE
-  --png FILE         chart and notes table as a PNG image
-  --scale 1|2        pixel scale of the PNG (2 for print)
-  --svg FILE         chart and notes table as SVG
-  --pdf FILE         chart and notes table as a one-page PDF
-  --book FILE.pdf    a chord book: a contents page, then a titled page per root
-                     with the chart and notes of every chord
-  --roots LIST       roots for the book, comma-separated (default: all 12)
-  --chords LIST      chords for the book, comma-separated (default: all 32)
-  --version          the version, the same as the program's
-  -h, --help         this text
-
-How the chart is shown (text, images and the book alike):
-  --spelling NAMES   sharps (default, as in the program), flats ("A#" is
-                     "Bb"), or chord: each note named by its degree above the
-                     root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)
-  --left-handed      mirrored: the open-string column on the right, positions
-                     rising to the left, headings and label row with them
-  --flip             the last string on top; the label row stays the top row.
-                     The notes table is a legend: neither option turns it
-
-Naming chords (these print text only and take no other output option):
-  --identify NOTES   2 to 4 note names in any spelling and order, comma-
-                     separated: every root and chord type of exactly those
-                     notes, then every one that holds them all, one a line
-  --identify-frets P1,P2[,P3[,P4]]
-                     a position 0..22 per string, or x for a string not
-                     played, on the chosen layout and tuning: first the notes
-                     sounding there, then the chords they make, as above
-
-Files are written to a temporary name and renamed when complete.
-Exit status: 0 success, 1 a file could not be written, 2 bad option or value.
+)";
+    for (const auto &[section, heading] : kHeadings) {
+        out += std::string("\n") + heading + "\n";
+        for (const OptionSpec &spec : kOptions) {
+            if (spec.section != section)
+                continue;
+            std::string left = "  ";
+            if (!spec.shortName.empty())
+                left += std::string(spec.shortName) + ", ";
+            left += spec.name;
+            if (!spec.valueName.empty())
+                left += " " + std::string(spec.valueName);
+            if (left.size() + 1 > kColumn)
+                out += left + "\n" + std::string(kColumn, ' ');
+            else
+                out += left + std::string(kColumn - left.size(), ' ');
+            out += Indented(spec.help, kColumn);
+        }
+    }
+    out += R"(
+Every option that takes a value may also be written --name=value; a value
+never starts with "-". Files are written to a temporary name and renamed when
+complete.
+Exit status: 0 done, 1 a file could not be written, 2 bad option or value
+(nothing is written), 3 anything else.
 
 Examples:
   varnock-chart --root D
@@ -188,6 +281,7 @@ Examples:
   varnock-chart --identify D,F#,A --spelling flats
   varnock-chart --frets Chromatic --identify-frets 0,2,4
 )";
+    return out;
 }
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -1,24 +1,18 @@
 #pragma once
 
-// varnock-chart's command line: what the user asked for, still as typed, and
-// the two kinds of failure the command reports.
+// varnock-chart's command line: one table of its options, and what the user
+// asked for, still as typed. The parser, --help, and the checks that the bash
+// completion and the manual page name the same options all read the table.
+
+#include "cli/errors.h"
 
 #include <optional>
-#include <stdexcept>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-namespace varnock::chart {
-
-// A value the user gave that names nothing we know: exit status 2.
-struct BadInput : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-// A file that could not be written: exit status 1.
-struct WriteFailed : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+namespace varnock::cli {
 
 // What the user asked for, still as typed; nothing is resolved yet.
 struct Options {
@@ -29,7 +23,7 @@ struct Options {
     bool version = false;
     bool text = false;
     bool tsv = false;
-    std::optional<std::string> output; // for --text / --tsv; stdout if absent
+    std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
     int scale = 1;
     // How the chart is shown; the window knows none of these.
@@ -41,10 +35,40 @@ struct Options {
     bool describe = false;
 };
 
-// Reads the command line (without argv[0]). Raises BadInput on an unknown
-// option, a missing value, a bad --scale or options that exclude each other.
+enum class Section { Selection, Output, Look, Naming, Other };
+
+enum class ValueKind {
+    None, // a switch
+    Word, // one value, often from a fixed list
+    List, // comma-separated values
+    File, // a file to write
+};
+
+struct OptionSpec {
+    std::string_view name;      // "--root"
+    std::string_view shortName; // "-o", or empty
+    ValueKind kind;
+    std::string_view valueName; // "NOTE" in the help; empty for a switch
+    Section section;
+    // Makes text or files of the chart: given twice is an error, and the
+    // answers in words (--identify, --identify-frets) take none of them.
+    bool output;
+    std::string_view help; // the help's lines, joined by "\n"
+    // Stores the value (or "" for a switch); BadInput for a value it refuses.
+    void (*store)(Options &, const std::string &);
+    // The values it takes, for completion and messages; none for free ones.
+    std::vector<std::string> (*accepted)();
+};
+
+std::span<const OptionSpec> OptionTable();
+// The row for "--name" or "-o"; nullptr for none.
+const OptionSpec *FindOption(std::string_view name);
+
+// Reads the command line (without argv[0]). BadInput on an unknown option, a
+// missing value, a value that looks like an option, an output option given
+// twice, a bad --scale, or options that exclude each other.
 Options ParseArguments(const std::vector<std::string> &args);
 
 std::string HelpText();
 
-} // namespace varnock::chart
+} // namespace varnock::cli

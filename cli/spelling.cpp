@@ -1,17 +1,16 @@
 #include "cli/spelling.h"
 
-#include "chart/controller.h"
 #include "chart/controls.h"
+#include "cli/errors.h"
 #include "cli/names.h"
+#include "model/catalogue.h"
 
-#include <cctype>
+namespace varnock::cli {
 
-namespace varnock::chart {
-
-theory::Spelling ResolveSpelling(const std::optional<std::string> &text) {
+Spelling ResolveSpelling(const std::optional<std::string> &text) {
     if (!text)
-        return theory::Spelling::Sharps;
-    if (const auto spelling = theory::ParseSpelling(*text))
+        return Spelling::Sharps;
+    if (const auto spelling = ParseSpelling(*text))
         return *spelling;
     throw BadInput("unknown spelling \"" + *text + "\"; accepted: sharps, flats, chord");
 }
@@ -19,9 +18,7 @@ theory::Spelling ResolveSpelling(const std::optional<std::string> &text) {
 std::string SpellingRoot(const std::optional<std::string> &typed) {
     if (!typed || typed->empty())
         return "A";
-    std::string root = typed->substr(0, typed->find(" / "));
-    root[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(root[0])));
-    return root;
+    return WrittenRoot(*typed);
 }
 
 std::vector<std::string> SpellingRoots(const std::optional<std::string> &list) {
@@ -36,45 +33,33 @@ std::vector<std::string> SpellingRoots(const std::optional<std::string> &list) {
     return roots;
 }
 
-void ApplySpelling(ChartController &chart, theory::Spelling spelling, const std::string &root) {
-    if (spelling == theory::Spelling::Sharps)
-        return;
-    ChordModel &model = chart.Model;
-    // The chord's notes in formula order, as the model named them (or as a
-    // previous call renamed them: only their pitch counts).
+ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &root) {
+    if (spelling == Spelling::Sharps)
+        return sheet;
+    // The chord's notes in formula order, as the model named them.
     std::vector<std::string> computed;
-    for (const std::string *note : {&model.Note1, &model.Note2, &model.Note3, &model.Note4})
-        if (!note->empty())
-            computed.push_back(*note);
+    for (const std::string &note : sheet.notes)
+        if (!note.empty())
+            computed.push_back(note);
     std::vector<std::string> spelled;
-    if (spelling == theory::Spelling::Chord && model.ModeSelectOther < 0) {
-        const int selected = static_cast<int>(chart.PopupMenu1->ListIndex());
-        spelled = theory::SpellChord(
-            theory::ParseNote(root) == selected ? root : theory::SharpName(selected),
-            static_cast<int>(chart.PopupMenu2->ListIndex()));
-    }
+    if (spelling == Spelling::Chord && sheet.chordType >= 0)
+        spelled = SpellChord(
+            catalogue::ParseNote(root) == sheet.root ? root : catalogue::SharpName(sheet.root),
+            static_cast<int>(sheet.chordType));
     const auto respell = [&](const std::string &name) {
-        return theory::Respell(name, spelling, computed, spelled);
+        return Respell(name, spelling, computed, spelled);
     };
+    ChartSheet out = sheet;
     // Row 0 of the chart holds fret names, never notes.
-    Listbox &cells = *chart.Listbox1;
-    for (Int r = 1; r < cells.ListCount(); ++r)
-        for (Int c = 0; c < cells.ColumnCount(); ++c)
-            cells.SetCell(r, c, respell(cells.Cell(r, c)));
-    Listbox &notes = *chart.Listbox2;
-    for (Int r = 0; r < notes.ListCount(); ++r)
-        for (Int c = 0; c < notes.ColumnCount(); ++c)
-            notes.SetCell(r, c, respell(notes.Cell(r, c)));
-    for (std::string *note : {&model.Note1, &model.Note2, &model.Note3, &model.Note4})
-        *note = respell(*note);
+    for (std::size_t r = 1; r < out.rows.size(); ++r)
+        for (std::string &cell : out.rows[r])
+            cell = respell(cell);
+    for (auto &row : out.notesRows)
+        for (std::string &cell : row)
+            cell = respell(cell);
+    for (std::string &note : out.notes)
+        note = respell(note);
+    return out;
 }
 
-std::string SpellNote(int note, theory::Spelling spelling,
-                      const std::vector<std::string> &chordNotes) {
-    for (const std::string &name : chordNotes)
-        if (theory::ParseNote(name) == note)
-            return name;
-    return spelling == theory::Spelling::Flats ? theory::FlatName(note) : theory::SharpName(note);
-}
-
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -1,7 +1,7 @@
 #include "cli/writers.h"
 
 #include "cli/chartdoc.h"
-#include "cli/options.h"
+#include "cli/errors.h"
 
 #include <QPageSize>
 #include <QPainter>
@@ -9,7 +9,7 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
-namespace varnock::chart {
+namespace varnock::cli {
 
 void Fail(const QString &path, const QString &why) {
     throw WriteFailed("cannot write " + path.toStdString() + ": " + why.toStdString());
@@ -40,9 +40,9 @@ void WriteTextFile(const QString &path, const std::string &bytes) {
     Commit(file);
 }
 
-void WritePng(const QString &path, ChartController &chart, int scale,
+void WritePng(const QString &path, const ChartSheet &sheet, int scale,
               ChartOrientation orientation) {
-    const QImage image = RenderSheet(chart, scale, orientation);
+    const QImage image = RenderSheet(sheet, scale, orientation);
     QSaveFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
@@ -50,7 +50,7 @@ void WritePng(const QString &path, ChartController &chart, int scale,
     Commit(file);
 }
 
-void WriteSvg(const QString &path, ChartController &chart, ChartOrientation orientation) {
+void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
@@ -60,35 +60,35 @@ void WriteSvg(const QString &path, ChartController &chart, ChartOrientation orie
         svg.setViewBox(QRect(QPoint(0, 0), SheetSize()));
         // The screen's 96 dpi, so the sizes on paper and the fonts match the PDF.
         svg.setResolution(kResolution);
-        svg.setTitle(QString::fromStdString(ChartTitle(chart)));
+        svg.setTitle(QString::fromStdString(ChartTitle(sheet)));
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
-        PaintSheet(painter, chart, orientation);
+        PaintSheet(painter, sheet, orientation);
     }
     Commit(file);
 }
 
-void WritePdf(const QString &path, ChartController &chart, ChartOrientation orientation) {
+void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
-        SetupPdf(pdf, QString::fromStdString(ChartTitle(chart)));
+        SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
         // A page just the size of the sheet with a small margin.
-        const QSize sheet = SheetSize();
+        const QSize size = SheetSize();
         const int margin = 16;
-        pdf.setPageSize(QPageSize(QSizeF((sheet.width() + 2 * margin) * 72.0 / kResolution,
-                                         (sheet.height() + 2 * margin) * 72.0 / kResolution),
+        pdf.setPageSize(QPageSize(QSizeF((size.width() + 2 * margin) * 72.0 / kResolution,
+                                         (size.height() + 2 * margin) * 72.0 / kResolution),
                                   QPageSize::Point));
         pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
         painter.translate(margin, margin);
-        PaintSheet(painter, chart, orientation);
+        PaintSheet(painter, sheet, orientation);
     }
     Commit(file);
 }
 
-} // namespace varnock::chart
+} // namespace varnock::cli

@@ -13,18 +13,14 @@
 class QPdfWriter;
 class QSaveFile;
 
-namespace varnock {
-class ChartController;
-}
-
-namespace varnock::chart {
+namespace varnock::cli {
 
 void WriteTextFile(const QString &path, const std::string &bytes);
 // The sheet: chart, notes table and its label.
-void WritePng(const QString &path, ChartController &chart, int scale,
+void WritePng(const QString &path, const ChartSheet &sheet, int scale,
               ChartOrientation orientation = {});
-void WriteSvg(const QString &path, ChartController &chart, ChartOrientation orientation = {});
-void WritePdf(const QString &path, ChartController &chart, ChartOrientation orientation = {});
+void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {});
+void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {});
 
 // Sheet pixels per inch on paper: the screen's 96 dpi.
 constexpr int kResolution = 96;
@@ -35,4 +31,4 @@ void Commit(QSaveFile &file);
 [[noreturn]] void Fail(const QString &path, const QString &why);
 void SetupPdf(QPdfWriter &pdf, const QString &title);
 
-} // namespace varnock::chart
+} // namespace varnock::cli

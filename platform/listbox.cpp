@@ -21,14 +21,10 @@ void Listbox::DeleteAllRows() {
     Notify();
 }
 
-std::vector<std::string> &Listbox::Row(Int row) {
+const std::vector<std::string> &Listbox::Row(Int row) const {
     if (row < 0 || row >= ListCount())
         throw OutOfBoundsException("list row " + std::to_string(row));
     return rows_[static_cast<std::size_t>(row)];
-}
-
-const std::vector<std::string> &Listbox::Row(Int row) const {
-    return const_cast<Listbox *>(this)->Row(row);
 }
 
 std::string Listbox::Cell(Int row, Int column) const {
@@ -37,10 +33,10 @@ std::string Listbox::Cell(Int row, Int column) const {
 }
 
 void Listbox::SetCell(Int row, Int column, const std::string &text) {
-    auto &cells = Row(row);
+    Row(row); // raises for a row that does not exist
     if (!HasColumn(column))
         return;
-    cells[static_cast<std::size_t>(column)] = text;
+    rows_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = text;
     Notify();
 }
 

@@ -49,8 +49,9 @@ class Listbox {
     // Raised for every cell in view, rows that do not exist included: the
     // background first, then (for existing rows) the text. True from the text
     // event means the handler drew the text itself.
-    std::function<bool(Listbox &, Graphics &, Int row, Int column)> CellBackgroundPaint;
-    std::function<bool(Listbox &, Graphics &, Int row, Int column, Int x, Int y)> CellTextPaint;
+    std::function<bool(const Listbox &, Graphics &, Int row, Int column)> CellBackgroundPaint;
+    std::function<bool(const Listbox &, Graphics &, Int row, Int column, Int x, Int y)>
+        CellTextPaint;
     std::function<void(Listbox &)> Open;
 
     // Raises the Open event; the window does this once, after building its controls.
@@ -66,7 +67,6 @@ class Listbox {
             Observer();
     }
     bool HasColumn(Int column) const { return column >= 0 && column < columnCount_; }
-    std::vector<std::string> &Row(Int row);
     const std::vector<std::string> &Row(Int row) const;
 
     Int columnCount_;

@@ -89,7 +89,7 @@ void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
     }
 }
 
-void PaintCell(QPainter &p, Listbox &list, QSize size, const ListboxLook &look,
+void PaintCell(QPainter &p, const Listbox &list, QSize size, const ListboxLook &look,
                const QPalette &palette, Int row, Int column) {
     const QRect r = ListboxCellPlace(list, size, row, column, look);
     p.setFont(look.font);
@@ -152,7 +152,7 @@ QRect ListboxCellPlace(const Listbox &list, QSize size, Int row, Int column,
     return r;
 }
 
-void PaintListbox(QPainter &p, Listbox &list, QSize size, const ListboxLook &look) {
+void PaintListbox(QPainter &p, const Listbox &list, QSize size, const ListboxLook &look) {
     const QPalette palette = PaletteOf(look);
     p.save();
     // What a painter opened on a widget starts with.

@@ -43,7 +43,7 @@ QRect ListboxCellPlace(const Listbox &list, QSize size, Int row, Int column,
 
 // Paints the whole list, frame included, with its top-left corner at the
 // painter's origin.
-void PaintListbox(QPainter &painter, Listbox &list, QSize size, const ListboxLook &look);
+void PaintListbox(QPainter &painter, const Listbox &list, QSize size, const ListboxLook &look);
 
 class ListboxView : public QFrame {
   public:

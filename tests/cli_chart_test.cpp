@@ -24,12 +24,12 @@ using testsupport::RunChart;
 
 namespace {
 
-void Select(Window1 &w, const chart::Options &o) {
-    chart::Apply(w, chart::Resolve(o));
+void Select(Window1 &w, const cli::Options &o) {
+    cli::Apply(w, cli::Resolve(o));
 }
 
-chart::Options Example1() {
-    chart::Options o;
+cli::Options Example1() {
+    cli::Options o;
     o.frets = "Diatonic";
     o.strings = "3";
     o.tuning = "D,A,D";
@@ -38,8 +38,8 @@ chart::Options Example1() {
     return o;
 }
 
-chart::Options Example2() {
-    chart::Options o;
+cli::Options Example2() {
+    cli::Options o;
     o.frets = "Chromatic";
     o.strings = "4";
     o.tuning = "D,A,D,G";
@@ -109,7 +109,7 @@ class Tsv : public ::testing::TestWithParam<TsvCase> {};
 TEST_P(Tsv, ChartOfTheControllerAndOfTheCommand) {
     const TsvCase &c = GetParam();
     OpenWindow w;
-    chart::Options o;
+    cli::Options o;
     o.frets = c.frets;
     o.strings = c.strings;
     o.tuning = c.tuning;
@@ -119,7 +119,7 @@ TEST_P(Tsv, ChartOfTheControllerAndOfTheCommand) {
     std::string expected;
     for (const char *row : c.rows)
         expected += QString::fromLatin1(row).replace('|', '\t').toStdString() + "\n";
-    EXPECT_EQ(chart::ChartTsv(*w), expected);
+    EXPECT_EQ(cli::ChartTsv(w->Sheet()), expected);
     // The command itself, from its own options.
     const Outcome run = RunChart({"--frets", c.frets, "--strings", c.strings, "--tuning", c.tuning,
                                   "--root", c.root, "--chord", c.chord, "--tsv"});
@@ -132,10 +132,10 @@ INSTANTIATE_TEST_SUITE_P(Charts, Tsv, ::testing::ValuesIn(kTsvCases),
 
 TEST(ChartExport, LayoutsTheMenuLacksAreNamedByNumber) {
     OpenWindow w;
-    chart::Options o = Example1();
+    cli::Options o = Example1();
     o.frets = "5";
     Select(*w, o);
-    EXPECT_EQ(chart::ChartTitle(*w), "D Maj - Layout 5, 3 strings D A D");
+    EXPECT_EQ(cli::ChartTitle(w->Sheet()), "D Maj - Layout 5, 3 strings D A D");
     EXPECT_EQ(w->PopupMenu9->ListCount(), 4) << "no item is added for it";
     o.frets = "chromatic";
     Select(*w, o);
@@ -145,7 +145,7 @@ TEST(ChartExport, LayoutsTheMenuLacksAreNamedByNumber) {
 TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
     OpenWindow w;
     Select(*w, Example1());
-    const std::string text = chart::ChartText(*w);
+    const std::string text = cli::ChartText(w->Sheet());
     const std::string expected = "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
                                  "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
                                  "D   F#   A      D   F#    A        D     F#    A        D\n"
@@ -154,7 +154,7 @@ TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
                                  "Notes: D F# A\n";
     EXPECT_EQ(text, expected);
     Select(*w, Example2());
-    EXPECT_NE(chart::ChartText(*w).find("\nNotes: D F# A C\n"), std::string::npos);
+    EXPECT_NE(cli::ChartText(w->Sheet()).find("\nNotes: D F# A C\n"), std::string::npos);
 }
 
 // A name as typed, what it resolves to, or the words its refusal must hold.
@@ -165,20 +165,34 @@ struct Name {
 };
 
 const Name kNames[] = {
-    {"root", "F#", 9, nullptr},        {"root", "gb", 9, nullptr},
-    {"root", "F# / Gb", 9, nullptr},   {"root", "H", -1, "\"A# / Bb\""},
-    {"root", "F# /", -1, "\"F# /\""},  {"chord", "maj7", 2, nullptr},
-    {"chord", "Maj7", 2, nullptr},     {"chord", "dim7", 6, nullptr},
-    {"chord", "Maj8", -1, "\"maj7\""}, {"frets", "diatonic with 6+", 1, nullptr},
-    {"frets", "3", 3, nullptr},        {"frets", "Fretless", -1, "\"Chromatic\""},
-    {"frets", "6", -1, "0..5"},        {"tuning", "Eb,Bb,Eb", 1, nullptr},
-    {"tuning", "D,A,X", -1, "\"X\""},  {"tuning", "D,A", -1, "3 or 4"},
+    {"root", "F#", 9, nullptr},
+    {"root", "gb", 9, nullptr},
+    {"root", "F# / Gb", 9, nullptr},
+    {"root", "H", -1, "a letter A-G"},
+    {"root", "F\u266F", 9, nullptr},
+    {"root", "B\u266D", 1, nullptr},
+    {"root", "B#", 3, nullptr},
+    {"root", "Cx", 5, nullptr},
+    {"root", "F# /", -1, "\"F# /\""},
+    {"chord", "maj7", 2, nullptr},
+    {"chord", "Maj7", -1, "did you mean \"maj7\""},
+    {"chord", "dim7", -1, "did you mean \"Dim7\""},
+    {"chord", "Maj8", -1, "\"maj7\""},
+    {"frets", "diatonic with 6+", 1, nullptr},
+    {"tuning", "E#,A,D", 3, nullptr},
+    {"tuning", "F\u266F,A,D", 4, nullptr},
+    {"frets", "3", 3, nullptr},
+    {"frets", "Fretless", -1, "\"Chromatic\""},
+    {"frets", "6", -1, "0..5"},
+    {"tuning", "Eb,Bb,Eb", 1, nullptr},
+    {"tuning", "D,A,X", -1, "\"X\""},
+    {"tuning", "D,A", -1, "3 or 4"},
     {"strings", "5", -1, "3, 4"},
 };
 
 TEST(ChartExport, NamesResolveAsTheMenusHaveThemOrAreRefusedWithTheAcceptedOnes) {
     for (const Name &n : kNames) {
-        chart::Options o;
+        cli::Options o;
         std::optional<std::string> *field = std::string(n.option) == "root"     ? &o.root
                                             : std::string(n.option) == "chord"  ? &o.chord
                                             : std::string(n.option) == "frets"  ? &o.frets
@@ -186,21 +200,21 @@ TEST(ChartExport, NamesResolveAsTheMenusHaveThemOrAreRefusedWithTheAcceptedOnes)
                                                                                 : &o.strings;
         *field = n.typed;
         try {
-            const chart::Selection s = chart::Resolve(o);
+            const cli::Selection s = cli::Resolve(o);
             const std::optional<int> got = n.option == std::string("tuning")  ? s.tuning[0]
                                            : n.option == std::string("root")  ? s.root
                                            : n.option == std::string("chord") ? s.chord
                                                                               : s.frets;
             EXPECT_EQ(got, n.index) << n.option << " " << n.typed;
-        } catch (const chart::BadInput &e) {
+        } catch (const cli::BadInput &e) {
             EXPECT_NE(std::string(e.what()).find(n.refusal ? n.refusal : "\x01"), std::string::npos)
                 << n.option << " " << n.typed << ": " << e.what();
         }
     }
     for (const std::vector<std::string> &bad :
          {std::vector<std::string>{"--scale", "3"}, {"--chord"}, {"--bogus"}})
-        EXPECT_THROW(chart::ParseArguments(bad), chart::BadInput) << bad[0];
-    EXPECT_EQ(chart::ParseArguments({"--root=Gb"}).root, "Gb");
+        EXPECT_THROW(cli::ParseArguments(bad), cli::BadInput) << bad[0];
+    EXPECT_EQ(cli::ParseArguments({"--root=Gb"}).root, "Gb");
 }
 
 TEST(ChartExport, SvgDrawsBackTheSameSheet) {
@@ -208,7 +222,7 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     Select(*w, Example2());
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("chart.svg"));
-    chart::WriteSvg(path, *w);
+    cli::WriteSvg(path, w->Sheet());
     QSvgRenderer svg(path);
     ASSERT_TRUE(svg.isValid());
     EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), SheetSize()));
@@ -220,7 +234,7 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     // Every tile comes back pixel for pixel, seen here on a strip at the
     // right of each cell where no text reaches; elsewhere only the smoothing
     // of glyph edges and of the list's frame may differ.
-    const QImage sheet = RenderSheet(*w, 1).convertToFormat(QImage::Format_RGB32);
+    const QImage sheet = RenderSheet(w->Sheet(), 1).convertToFormat(QImage::Format_RGB32);
     // The chart stands at the sheet's origin.
     const Listbox &list = *w->Listbox1;
     for (Int row = 0; row < list.ListCount(); ++row)
@@ -263,7 +277,7 @@ TEST(ChartCommand, BookOfChosenRootsAndChords) {
     QTemporaryDir dir;
     const QString book = dir.filePath(QStringLiteral("book.pdf"));
     const Outcome run = RunChart(
-        {"--tuning", "G,D,G,C", "--book", book, "--roots", "D, Gb", "--chords", "Maj,m,7,m7,dim7"});
+        {"--tuning", "G,D,G,C", "--book", book, "--roots", "D, Gb", "--chords", "Maj,m,7,m7,Dim7"});
     ASSERT_EQ(run.status, 0) << run.err;
     // Contents, then two pages for each root: four charts, then one.
     EXPECT_EQ(PdfPages(book), 1 + 2 * 2);

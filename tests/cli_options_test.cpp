@@ -10,6 +10,7 @@
 #include "cli/lookup.h"
 #include "cli/names.h"
 #include "cli/spelling.h"
+#include "model/catalogue.h"
 #include "support.h"
 
 #include <QDir>
@@ -24,14 +25,14 @@
 #include <set>
 
 using namespace varnock;
+using cli::Spelling;
 using testsupport::OpenWindow;
 using testsupport::RunChart;
-using theory::Spelling;
 
 namespace {
 
-chart::Options Chart(const char *frets, const char *tuning, const char *root, const char *chord) {
-    chart::Options o;
+cli::Options Chart(const char *frets, const char *tuning, const char *root, const char *chord) {
+    cli::Options o;
     o.frets = frets;
     o.tuning = tuning;
     o.strings = std::count(tuning, tuning + strlen(tuning), ',') == 3 ? "4" : "3";
@@ -40,9 +41,10 @@ chart::Options Chart(const char *frets, const char *tuning, const char *root, co
     return o;
 }
 
-void Select(Window1 &w, const chart::Options &o, Spelling spelling = Spelling::Sharps) {
-    chart::Apply(w, chart::Resolve(o));
-    chart::ApplySpelling(w, spelling, chart::SpellingRoot(o.root));
+// The sheet of a selection, spelled.
+ChartSheet Select(Window1 &w, const cli::Options &o, Spelling spelling = Spelling::Sharps) {
+    cli::Apply(w, cli::Resolve(o));
+    return cli::Spell(w.Sheet(), spelling, cli::SpellingRoot(o.root));
 }
 
 std::vector<std::string> Lines(const std::string &text) {
@@ -69,12 +71,12 @@ TEST(ChartOrientation, EveryTileIsTheUnturnedTileAtItsMirroredOrFlippedPlace) {
     Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
     const Listbox &list = *w->Listbox1;
     const QSize size(ControlByName("Listbox1").width, ControlByName("Listbox1").height);
-    const QImage plain = RenderSheet(*w, 1);
+    const QImage plain = RenderSheet(w->Sheet(), 1);
     struct Row {
         bool left, flip;
     };
     for (const Row turn : {Row{true, false}, Row{false, true}, Row{true, true}}) {
-        const QImage turned = RenderSheet(*w, 1, {turn.left, turn.flip});
+        const QImage turned = RenderSheet(w->Sheet(), 1, {turn.left, turn.flip});
         EXPECT_NE(turned, plain);
         // Row -1 stands for the heading line, which turns with the columns.
         for (Int row = -1; row < list.ListCount(); ++row)
@@ -99,10 +101,10 @@ TEST(ChartOrientation, EveryTileIsTheUnturnedTileAtItsMirroredOrFlippedPlace) {
 
 TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
     OpenWindow w;
-    Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
-    const auto plain = Lines(chart::ChartText(*w));
+    const ChartSheet sheet = Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
+    const auto plain = Lines(cli::ChartText(sheet));
     for (const auto &[left, flip] : {std::pair{true, false}, {false, true}, {true, true}}) {
-        const auto lines = Lines(chart::ChartText(*w, {left, flip}));
+        const auto lines = Lines(cli::ChartText(sheet, {left, flip}));
         ASSERT_EQ(lines.size(), plain.size());
         // Positions fall right to left, and each cell stays under its position.
         for (std::size_t i = 1; i < lines.size() - 1; ++i) {
@@ -116,7 +118,7 @@ TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
     EXPECT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord",
                         "7", "--tsv", "--left-handed", "--flip"})
                   .out,
-              chart::ChartTsv(*w));
+              cli::ChartTsv(sheet));
 }
 
 TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
@@ -137,25 +139,24 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
     };
     OpenWindow w;
     for (const Row &c : cases) {
-        const chart::Options o = Chart("Chromatic", "D,A,D,G", c.root, c.chord);
-        Select(*w, o);
-        const auto sharp = chart::ChartRows(*w);
-        const ChordModel before = w->Model;
-        Select(*w, o, c.spelling);
-        // Twice is the same as once: the book spells after every change.
-        chart::ApplySpelling(*w, c.spelling, chart::SpellingRoot(o.root));
-        const auto spelled = chart::ChartRows(*w);
-        EXPECT_EQ(chart::Join(chart::ChordNotes(*w), " "), c.notes) << c.root << " " << c.chord;
+        const cli::Options o = Chart("Chromatic", "D,A,D,G", c.root, c.chord);
+        const ChartSheet plain = Select(*w, o);
+        const auto sharp = cli::ChartRows(plain);
+        const ChartSheet sheet = Select(*w, o, c.spelling);
+        // The controller's own sheet stays as the model computed it.
+        EXPECT_EQ(cli::ChartRows(w->Sheet()), sharp);
+        const auto spelled = cli::ChartRows(sheet);
+        EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), c.notes) << c.root << " " << c.chord;
         // Each cell names the same pitch and is painted in the same colour,
         // which holds only if Note1..Note4 were renamed with the cells.
-        const ChordModel &m = w->Model;
+        const auto &m = sheet.notes;
+        const auto &before = plain.notes;
         ASSERT_EQ(spelled.size(), sharp.size());
         for (std::size_t r = 2; r < sharp.size(); ++r)
             for (std::size_t p = 0; p < sharp[r].size(); ++p) {
-                EXPECT_EQ(theory::ParseNote(spelled[r][p]), theory::ParseNote(sharp[r][p]));
-                EXPECT_EQ(ChartTextColor(spelled[r][p], m.Note1, m.Note2, m.Note3, m.Note4),
-                          ChartTextColor(sharp[r][p], before.Note1, before.Note2, before.Note3,
-                                         before.Note4))
+                EXPECT_EQ(catalogue::ParseNote(spelled[r][p]), catalogue::ParseNote(sharp[r][p]));
+                EXPECT_EQ(ChartTextColor(spelled[r][p], m[0], m[1], m[2], m[3]),
+                          ChartTextColor(sharp[r][p], before[0], before[1], before[2], before[3]))
                     << c.root << " " << c.chord << " " << spelled[r][p];
             }
         EXPECT_EQ(spelled[1], sharp[1]); // fret names are no notes
@@ -165,26 +166,28 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
 TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
     OpenWindow w;
     Select(*w, Chart("Chromatic", "D,A,D", "A", "Maj"));
-    // Every note the book's charts paint, and whether it was painted in its colour.
-    std::vector<std::pair<std::string, bool>> painted;
-    const auto paint = w->Listbox1->CellTextPaint;
-    w->Listbox1->CellTextPaint = [&](Listbox &l, Graphics &g, Int r, Int c, Int x, Int y) {
-        const bool coloured = paint(l, g, r, c, x, y);
-        if (r > 0 && !l.Cell(r, c).empty())
-            painted.emplace_back(l.Cell(r, c), coloured);
-        return coloured;
-    };
-    QTemporaryDir dir;
     // Each root as typed, with its first letter raised; a menu text by its sharp.
-    chart::WriteBook(dir.filePath(QStringLiteral("book.pdf")), *w, {1, 9}, {0, 1},
-                     {{true, true}, Spelling::Chord, chart::SpellingRoots("bb, F# / Gb")});
+    const cli::Book book = cli::MakeBook(
+        *w, {1, 9}, {0, 1}, {{true, true}, Spelling::Chord, cli::SpellingRoots("bb, F# / Gb")});
+    // Every note the book's charts hold is painted in its colour.
     std::set<std::string> names;
-    for (const auto &[name, coloured] : painted) {
-        names.insert(name);
-        EXPECT_TRUE(coloured) << name;
-    }
+    ASSERT_EQ(book.parts.size(), 2u);
+    EXPECT_EQ(book.parts[0].name, "Bb");
+    EXPECT_EQ(book.parts[1].charts[1].title, "F# 7");
+    for (const cli::BookPart &part : book.parts)
+        for (const cli::BookChart &chart : part.charts)
+            for (std::size_t r = 1; r < chart.sheet.rows.size(); ++r)
+                for (const std::string &name : chart.sheet.rows[r]) {
+                    if (name.empty())
+                        continue;
+                    names.insert(name);
+                    const auto &n = chart.sheet.notes;
+                    EXPECT_TRUE(ChartTextColor(name, n[0], n[1], n[2], n[3])) << name;
+                }
+    QTemporaryDir dir;
+    EXPECT_EQ(cli::WriteBook(dir.filePath(QStringLiteral("book.pdf")), book), 3);
     EXPECT_EQ(names, (std::set<std::string>{"Ab", "Bb", "D", "F", "F#", "A#", "C#", "E"}));
-    EXPECT_EQ(chart::SpellingRoot(std::nullopt), "A");
+    EXPECT_EQ(cli::SpellingRoot(std::nullopt), "A");
 }
 
 TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
@@ -202,8 +205,8 @@ TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
         {"C,C#,D,D#", Spelling::Flats, "No chord type holds the notes C Db D Eb.", ""},
     };
     for (const Row &c : cases) {
-        const auto lines = Lines(chart::IdentifyText(chart::ParseNoteList(c.notes), c.spelling,
-                                                     chart::SplitList(c.notes)));
+        const auto lines = Lines(
+            cli::IdentifyText(cli::ResolveNoteList(c.notes), c.spelling, cli::SplitList(c.notes)));
         ASSERT_FALSE(lines.empty());
         EXPECT_EQ(lines[0], c.first) << c.notes;
         EXPECT_TRUE(!*c.also || std::count(lines.begin(), lines.end(), c.also)) << c.notes;
@@ -223,8 +226,8 @@ TEST(ChartLookup, NamesTheNotesAtAFretListOnTheChosenInstrument) {
     };
     OpenWindow w;
     for (const Row &c : cases) {
-        Select(*w, Chart(c.frets, c.tuning, "A", "Maj"));
-        const auto lines = Lines(chart::IdentifyFretsText(*w, c.list, Spelling::Sharps));
+        const ChartSheet sheet = Select(*w, Chart(c.frets, c.tuning, "A", "Maj"));
+        const auto lines = Lines(cli::IdentifyFretsText(sheet, c.list, Spelling::Sharps));
         ASSERT_GE(lines.size(), 2u);
         EXPECT_EQ(lines[0], c.notes) << c.list;
         EXPECT_NE(std::find(lines.begin(), lines.end(), c.first), lines.end()) << c.list;
@@ -257,13 +260,13 @@ TEST(ChartDescription, UsesTheLayoutsFretNamesTheSpellingAndTheStringOrder) {
     };
     OpenWindow w;
     for (const Row &c : cases) {
-        Select(*w, Chart(c.frets, c.tuning, c.root, "Maj"), c.spelling);
-        const auto lines = Lines(chart::DescribeText(*w, c.spelling, false));
+        const ChartSheet sheet = Select(*w, Chart(c.frets, c.tuning, c.root, "Maj"), c.spelling);
+        const auto lines = Lines(cli::DescribeText(sheet, c.spelling, false));
         EXPECT_NE(std::find(lines.begin(), lines.end(), c.line), lines.end()) << c.line;
     }
-    Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
-    const auto plain = Lines(chart::DescribeText(*w, Spelling::Sharps, false));
-    auto flipped = Lines(chart::DescribeText(*w, Spelling::Sharps, true));
+    const ChartSheet sheet = Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
+    const auto plain = Lines(cli::DescribeText(sheet, Spelling::Sharps, false));
+    auto flipped = Lines(cli::DescribeText(sheet, Spelling::Sharps, true));
     EXPECT_EQ(flipped[2].rfind("String 4, tuned G: ", 0), 0u);
     std::reverse(flipped.begin() + 2, flipped.end());
     EXPECT_EQ(flipped, plain);
@@ -301,10 +304,65 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
 
     // The command turns and spells its images as the sheet does in process.
     OpenWindow w;
-    Select(*w, Chart("Diatonic", "D,A,D,D", "Bb", "7"), Spelling::Chord);
+    const ChartSheet sheet = Select(*w, Chart("Diatonic", "D,A,D,D", "Bb", "7"), Spelling::Chord);
     ASSERT_EQ(RunChart({"--strings", "4", "--root", "Bb", "--chord", "7", "--spelling", "chord",
                         "--left-handed", "--flip", "--png", out})
                   .status,
               0);
-    EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32), RenderSheet(*w, 1, {true, true}));
+    EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32),
+              RenderSheet(sheet, 1, {true, true}));
+}
+
+TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {
+    QTemporaryDir dir;
+    const QString out = dir.filePath(QStringLiteral("out.png"));
+    const std::string accepted =
+        "accepted: \"Maj\", \"7\", \"maj7\", \"m\", \"m7\", \"Dim\", \"Dim7\", \"Sus2\", \"Sus4\", "
+        "\"add9\", \"madd9\", \"Aug\", \"2\", \"5\", \"6\", \"6/9\", \"9/6\", \"9\", \"11\", "
+        "\"13\", "
+        "\"maj9\", \"maj11\", \"maj13\", \"m6\", \"maj6/9\", \"mmaj7\", \"mmaj9\", \"m9\", "
+        "\"m11\", "
+        "\"m13\", \"7/6\", \"7sus4\"";
+    const std::string notes = "accepted: a letter A-G then sharps (#, \u266F, x for two) or flats "
+                              "(b, \u266D), such as F# "
+                              "or Bb";
+    // Each bad input and the whole line it gets, after "varnock-chart: ".
+    const std::vector<std::pair<QStringList, std::string>> rows = {
+        {{"--chord", "M7", "--png", out},
+         "unknown chord \"M7\"; did you mean \"maj7\"? " + accepted},
+        {{"--chord", "M", "--png", out}, "unknown chord \"M\"; did you mean \"Maj\"? " + accepted},
+        {{"--chord", "min7", "--png", out},
+         "unknown chord \"min7\"; did you mean \"m7\"? " + accepted},
+        {{"--chord", "Maj8", "--png", out}, "unknown chord \"Maj8\"; " + accepted},
+        {{"--root", "Dm", "--png", out}, "root \"Dm\" names a chord; use --root D --chord m"},
+        {{"--root", "Bbmaj7", "--png", out},
+         "root \"Bbmaj7\" names a chord; use --root Bb --chord maj7"},
+        {{"--root", "H", "--png", out}, "unknown root \"H\"; " + notes},
+        {{"--tuning", "D,A,Hb", "--png", out}, "unknown tuning note \"Hb\"; " + notes},
+        {{"--book", "--help"}, "option --book needs a file name, not \"--help\""},
+        {{"-o", "--tsv"}, "option -o needs a file name, not \"--tsv\""},
+        {{"--png=-x.png"}, "option --png needs a file name, not \"-x.png\""},
+        {{"--root", "-1", "--png", out}, "option --root needs a value, not \"-1\""},
+        {{"--png", out, "--png", out}, "option --png is given twice"},
+        {{"--png", out, "--text", "--text"}, "option --text is given twice"},
+        {{"--output", out, "-o", out}, "option --output is given twice"},
+        {{"--strings", "3", "--tuning", "D,A,D,G", "--png", out},
+         "tuning \"D,A,D,G\" names 4 strings, but --strings is 3"},
+        {{"--tuning", "D,A,D", "--strings", "4", "--png", out},
+         "tuning \"D,A,D\" names 3 strings, but --strings is 4"},
+        {{"--flip=yes", "--png", out}, "option --flip takes no value"},
+        {{"--png"}, "option --png needs a value"},
+    };
+    for (const auto &[args, message] : rows) {
+        const testsupport::Outcome run = RunChart(args);
+        EXPECT_EQ(run.status, 2) << args.join(' ').toStdString();
+        EXPECT_EQ(run.err, "varnock-chart: " + message + "\n");
+        EXPECT_TRUE(run.out.empty()) << run.out;
+        EXPECT_TRUE(QDir(dir.path()).isEmpty()) << args.join(' ').toStdString();
+    }
+    // The musician's spellings of the same note all reach the same chart.
+    const std::string sharp = RunChart({"--root", "F#", "--tuning", "F,A,D", "--tsv"}).out;
+    for (const char *root : {"F\u266F", "Gb", "G\u266D", "E##", "Ex"})
+        EXPECT_EQ(RunChart({"--root", root, "--tuning", "E#,A,D", "--tsv"}).out, sharp) << root;
+    EXPECT_EQ(RunChart({"--root", "B#", "--tsv"}).out, RunChart({"--root", "C", "--tsv"}).out);
 }

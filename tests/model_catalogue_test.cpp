@@ -1,0 +1,68 @@
+// The catalogue: one reader of note names for every option, exact chord
+// names, and degrees that land where the formulas put the notes.
+
+#include "model/catalogue.h"
+
+#include <gtest/gtest.h>
+
+using namespace varnock::catalogue;
+
+TEST(Catalogue, ParseNoteInAnySpelling) {
+    const std::vector<std::pair<std::string, std::optional<int>>> rows = {
+        {"A", 0},         {"a", 0},        {"Bb", 1},      {"bb", 1},           {"B#", 3},
+        {"Cb", 2},        {"Cbb", 1},      {"G##", 0},     {"Gx", 0},           {"Cx#", 6},
+        {"Fbbb", 5},      {"E\u266F", 8},  {"D\u266D", 4}, {"F\U0001D12A", 10}, {"E\U0001D12B", 5},
+        {"F# / Gb", 9},   {"A", 0},        {"", {}},       {"H", {}},           {"C#b", {}},
+        {"Cb#", {}},      {"#", {}},       {"C#m", {}},    {" C", {}},          {"CB", {}},
+        {"E\u266Fb", {}}, {"F# / Ab", {}}, {"F# /", {}},   {"Dm", {}},          {"C#-", {}}};
+    for (const auto &[text, want] : rows)
+        EXPECT_EQ(ParseNote(text), want) << text;
+}
+
+TEST(Catalogue, WrittenNamesComeBackAsWritten) {
+    const std::vector<std::pair<WrittenNote, std::string>> rows = {
+        {{0, 0}, "A"}, {{1, -1}, "Bb"}, {{2, 2}, "C##"}, {{6, -2}, "Gbb"}, {{5, 1}, "F#"}};
+    for (const auto &[note, name] : rows) {
+        EXPECT_EQ(Format(note), name);
+        EXPECT_EQ(ParseWritten(name), note) << name;
+    }
+}
+
+TEST(Catalogue, ChordNamesMatchExactly) {
+    const std::vector<std::pair<std::string, std::optional<int>>> rows = {
+        {"Maj", 0}, {"m", 3},     {"maj7", 2},  {"Dim7", 6},   {"7sus4", 31}, {"M", {}},
+        {"M7", {}}, {"Maj7", {}}, {"dim7", {}}, {"maj7 ", {}}, {"", {}}};
+    for (const auto &[name, want] : rows)
+        EXPECT_EQ(FindChordType(name), want) << name;
+}
+
+TEST(Catalogue, DegreesAndFormulasReadAsAMusicianWritesThem) {
+    struct Row {
+        std::string_view text;
+        int number, semitones;
+    };
+    for (const Row &row :
+         {Row{"R", 1, 0}, Row{"b3", 3, 3}, Row{"#5", 5, 8}, Row{"bb7", 7, 9}, Row{"9", 9, 2},
+          Row{"11", 11, 5}, Row{"13", 13, 9}, Row{"x", 0, 0}, Row{"b", 0, 0}, Row{"15", 0, 0}}) {
+        const Degree degree = ParseDegree(row.text);
+        EXPECT_EQ(degree.number, row.number) << row.text;
+        if (row.number) {
+            EXPECT_EQ(degree.semitones, row.semitones) << row.text;
+        }
+    }
+    struct Formula {
+        std::string_view text;
+        int count;
+        std::array<int, 4> semitones;
+    };
+    for (const Formula &row :
+         {Formula{"4,3", 3, {0, 4, 7, 0}}, Formula{"3,7,11", 4, {0, 3, 10, 9}},
+          Formula{"7", 2, {0, 7, 0, 0}}, Formula{"4,,3", 0, {}}, Formula{"4,3,3,2", 0, {}},
+          Formula{"-4,3", 0, {}}, Formula{"", 0, {}}}) {
+        const Offsets offsets = FormulaOffsets(row.text);
+        EXPECT_EQ(offsets.count, row.count) << row.text;
+        if (row.count) {
+            EXPECT_EQ(offsets.semitones, row.semitones) << row.text;
+        }
+    }
+}

@@ -5,6 +5,7 @@
 #include "cli/book.h"
 #include "cli/chartdoc.h"
 #include "cli/names.h"
+#include "cli/options.h"
 #include "cli/writers.h"
 #include "support.h"
 #include "version.h"
@@ -15,6 +16,9 @@
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <set>
+#include <sstream>
 
 using namespace varnock;
 using testsupport::Grab;
@@ -346,4 +350,55 @@ TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {
     const Outcome three =
         RunChart({"--from-settings", "--strings", "3", "--tuning", "D,A,D", "--tsv"});
     EXPECT_EQ(std::count(three.out.begin(), three.out.end(), '\n'), 5);
+}
+
+// The completion and the manual page are written by hand; they must name
+// exactly the options of the table, and the completion the catalogue's names.
+TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
+    std::set<std::string> table;
+    for (const cli::OptionSpec &spec : cli::OptionTable()) {
+        table.insert(std::string(spec.name));
+        if (!spec.shortName.empty())
+            table.insert(std::string(spec.shortName));
+    }
+    const std::string bash =
+        testsupport::ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.bash");
+    const auto words = [&](const std::string &from, const std::string &to) {
+        const auto start = bash.find(from) + from.size();
+        std::istringstream in(bash.substr(start, bash.find(to, start) - start));
+        std::vector<std::string> out;
+        for (std::string w; in >> w;)
+            if (w != "\\")
+                out.push_back(w);
+        return out;
+    };
+    const auto offered = words("_varnock_chart_offer \"$cur\" -h", "\n    fi");
+    std::set<std::string> completion(offered.begin(), offered.end());
+    completion.insert("-h");
+    EXPECT_EQ(completion, table);
+    const auto chords = words("local chords=(", ")");
+    const auto notes = words("local notes=(", ")");
+    EXPECT_EQ(chords, cli::FindOption("--chord")->accepted());
+    EXPECT_EQ(notes, cli::FindOption("--root")->accepted());
+
+    const std::string man =
+        testsupport::ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.1");
+    std::set<std::string> listed;
+    std::istringstream lines(man);
+    for (std::string line, previous; std::getline(lines, line); previous = line) {
+        if (previous != ".TP")
+            continue;
+        // ".BI \-\-root " note"", ".BR \-o ", " \-\-output ...": each option named.
+        for (auto at = line.find("\\-"); at != std::string::npos; at = line.find("\\-", at)) {
+            std::string name;
+            while (at < line.size() && (line.compare(at, 2, "\\-") == 0 || std::isalnum(
+                                            static_cast<unsigned char>(line[at])))) {
+                name += line.compare(at, 2, "\\-") == 0 ? "-" : std::string(1, line[at]);
+                at += line.compare(at, 2, "\\-") == 0 ? 2 : 1;
+            }
+            listed.insert(name);
+        }
+    }
+    EXPECT_EQ(listed, table);
+    EXPECT_NE(man.find(".B 3\n"), std::string::npos) << "every exit status is listed";
 }

@@ -64,8 +64,7 @@ const OptionSpec kOptions[] = {
      "A (default) .. G#, or any spelling: Gb, F\u266F, B#, Cx",
      [](O &o, T v) { o.root = v; }, NoteNames},
     {"--chord", "", V::Word, "TYPE", S::Selection, false,
-     "Maj (default), 7, maj7, m, m7, Dim, Dim7, Sus2, Sus4,\nadd9, madd9, Aug, 2, 5, 6, 6/9, 9/6, 9, 11, 13, maj9,\n"
-     "maj11, maj13, m6, maj6/9, mmaj7, mmaj9, m9, m11, m13,\n7/6, 7sus4; exactly so: M and m differ",
+     "@CHORDS@; exactly so: M and m differ",
      [](O &o, T v) { o.chord = v; }, ChordNames},
     {"--from-settings", "", V::None, "", S::Selection, false,
      "take layout, strings and tuning from the program's\nsettings file (read only); options given still win",
@@ -178,6 +177,25 @@ std::string Indented(std::string_view lines, std::size_t indent) {
     }
 }
 
+// The catalogue's chord names, the first marked as the default, in lines
+// that fit a terminal from `column` on.
+std::string ChordList(std::size_t column) {
+    std::string out, line;
+    for (const cat::ChordType &type : cat::kChordTypes) {
+        std::string item(type.name);
+        if (&type == &cat::kChordTypes.front())
+            item += " (default)";
+        if (&type != &cat::kChordTypes.back())
+            item += ",";
+        if (!line.empty() && column + line.size() + 1 + item.size() > 78) {
+            out += line + "\n";
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + item;
+    }
+    return out + line;
+}
+
 } // namespace
 
 std::span<const OptionSpec> OptionTable() {
@@ -259,7 +277,10 @@ cell painting as the program's window, without opening a window.
                 out += left + "\n" + std::string(kColumn, ' ');
             else
                 out += left + std::string(kColumn - left.size(), ' ');
-            out += Indented(spec.help, kColumn);
+            std::string help(spec.help);
+            if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
+                help.replace(at, 8, ChordList(kColumn));
+            out += Indented(help, kColumn);
         }
     }
     out += R"(

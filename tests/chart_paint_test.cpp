@@ -13,6 +13,7 @@
 using namespace varnock;
 using testsupport::CellRect;
 using testsupport::Grab;
+using testsupport::InkBox;
 using testsupport::OpenWindow;
 using testsupport::Pixel;
 
@@ -250,5 +251,27 @@ TEST(Pixels, ClicksTabsAndArrowsChangeOnlyTheFocusRingAndTheSelectedRow) {
             EXPECT_EQ(frameWrong, 0) << names[l] << ": frame pixels that are not the "
                                      << (in.ring == l ? "focus ring" : "frame as it was");
         }
+    }
+}
+
+TEST(Pixels, LabelsAreTheListsTwelvePixelBoldAndFitTheirWidth) {
+    // The ink of each label's text, within the label: left, top, width, height.
+    const struct {
+        const char *name;
+        QRect ink;
+    } labels[] = {
+        {"Label1", QRect(0, 4, 40, 10)}, // "Chord:"
+        {"Label2", QRect(0, 5, 34, 9)},  // "Frets:"
+        {"Label3", QRect(0, 4, 47, 13)}, // "Strings:", the widest, in its 49 pixels
+        {"Label4", QRect(0, 5, 39, 9)},  // "Notes:"
+    };
+    OpenWindow w;
+    const QImage window = Grab(w->centralWidget());
+    for (const auto &label : labels) {
+        const QWidget *view = w->ControlView(label.name);
+        EXPECT_EQ(view->font().pixelSize(), 12) << label.name;
+        EXPECT_TRUE(view->font().bold()) << label.name;
+        const QRect ink = InkBox(window, view->geometry()).translated(-view->pos());
+        EXPECT_EQ(ink, label.ink) << label.name;
     }
 }

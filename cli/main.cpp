@@ -4,12 +4,14 @@
 
 #include "chart/controller.h"
 #include "cli/book.h"
+#include "cli/capo.h"
 #include "cli/chartdoc.h"
 #include "cli/errors.h"
 #include "cli/lookup.h"
 #include "cli/names.h"
 #include "cli/options.h"
 #include "cli/spelling.h"
+#include "cli/voicings.h"
 #include "cli/writers.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
@@ -58,23 +60,43 @@ void Export(const cli::Options &options, ChartController &chart) {
         throw cli::BadInput("--roots and --chords go with --book only");
     }
     cli::Apply(chart, selection);
+    // Positions are named as the chosen layout names its frets.
+    const std::vector<std::string> fretNames = cli::FretNames(chart.Sheet());
+    const int capo = options.capo ? cli::ParsePosition(*options.capo, fretNames, "--capo") : 0;
+    cli::Limits limits;
+    if (options.voicings)
+        limits = cli::ResolveLimits(options, fretNames, capo);
 
     if (options.identify || options.identifyFrets) {
+        std::string frets;
+        if (options.identifyFrets) {
+            try {
+                frets = cli::FretListFromCapo(*options.identifyFrets, fretNames, capo);
+            } catch (const cli::BadInput &e) {
+                throw cli::BadInput("--identify-frets: " + std::string(e.what()));
+            }
+        }
         std::cout << (options.identify
                           ? cli::IdentifyText(identify, spelling, cli::SplitList(*options.identify))
-                          : cli::IdentifyFretsText(chart.Sheet(), *options.identifyFrets, spelling))
+                          : cli::IdentifyFretsText(chart.Sheet(), frets, spelling))
                   << std::flush;
         return;
     }
-    const ChartSheet sheet = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet spelled = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet sheet = cli::WithCapo(spelled, capo);
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
     const bool files = options.png || options.svg || options.pdf || options.book;
     if (options.text || options.tsv || options.describe || options.output || !files) {
-        const std::string text = options.tsv ? cli::ChartTsv(sheet)
-                                 : options.describe
-                                     ? cli::DescribeText(sheet, spelling, options.flip)
-                                     : cli::ChartText(sheet, orientation);
+        std::string text = options.voicings   ? cli::VoicingsText(spelled, fretNames, limits)
+                           : options.tsv      ? cli::ChartTsv(sheet)
+                           : options.describe ? cli::DescribeText(sheet, spelling, options.flip)
+                                              : cli::ChartText(sheet, orientation);
+        if (options.describe && capo > 0)
+            text.insert(text.find('\n') + 1,
+                        "Capo at position " + std::to_string(capo) + " (fret " +
+                            fretNames[static_cast<std::size_t>(capo)] +
+                            "): the open strings sound there, and position 0 below is the capo.\n");
         if (options.output)
             cli::WriteTextFile(QString::fromStdString(*options.output), text);
         else
@@ -86,10 +108,14 @@ void Export(const cli::Options &options, ChartController &chart) {
         cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
     if (options.pdf)
         cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
-    if (options.book)
-        cli::WriteBook(QString::fromStdString(*options.book),
-                       cli::MakeBook(chart, roots, chords,
-                                     {orientation, spelling, cli::SpellingRoots(options.roots)}));
+    if (options.book) {
+        cli::Book book = cli::MakeBook(chart, roots, chords,
+                                       {orientation, spelling, cli::SpellingRoots(options.roots)});
+        for (cli::BookPart &part : book.parts)
+            for (cli::BookChart &page : part.charts)
+                page.sheet = cli::WithCapo(page.sheet, capo);
+        cli::WriteBook(QString::fromStdString(*options.book), book);
+    }
 }
 
 int Run(int argc, char **argv) {

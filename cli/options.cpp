@@ -4,6 +4,7 @@
 #include "model/catalogue.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace varnock::cli {
 
@@ -41,6 +42,16 @@ std::vector<std::string> ChordNames() {
     for (const cat::ChordType &type : cat::kChordTypes)
         names.emplace_back(type.name);
     return names;
+}
+
+// A whole number lo..hi for `option`, else the one line that says so.
+int Whole(const char *option, const std::string &v, int lo, int hi) {
+    int n = 0;
+    const auto [end, error] = std::from_chars(v.data(), v.data() + v.size(), n);
+    if (v.empty() || error != std::errc() || end != v.data() + v.size() || n < lo || n > hi)
+        throw BadInput(std::string(option) + " \"" + v + "\" is not accepted; a whole number " +
+                       std::to_string(lo) + ".." + std::to_string(hi));
+    return n;
 }
 
 using S = Section;
@@ -126,9 +137,33 @@ const OptionSpec kOptions[] = {
      "notes, then every one that holds them all, one a line",
      [](O &o, T v) { o.identify = v; }, NoteNames},
     {"--identify-frets", "", V::List, "P1,P2[,P3[,P4]]", S::Naming, false,
-     "a position 0..22 per string, or x for a string not\nplayed, on the chosen layout and tuning: first the notes\n"
-     "sounding there, then the chords they make, as above",
+     "a position 0..22 or a fret name (6+) per string, or x\nfor a string not played, on the chosen layout and tuning;\n"
+     "with --capo, 0 is the capo: first the notes sounding\nthere, then the chords they make, as above",
      [](O &o, T v) { o.identifyFrets = v; }, nullptr},
+
+    {"--voicings", "", V::None, "", S::Fingering, false,
+     "the chord's fingerings instead of the chart, best first,\none a line: positions by fret name | notes | degrees,\n"
+     "then what is left out (\"0 0 2 | D A F# | R 5 3\"). With\n--png, --svg or --pdf: chord diagrams; with --book: a\n"
+     "fingering book, each root's chords with their best ones.\nRanked: fewer fretted strings first, then the lower hand\n"
+     "position, then the smaller reach, then the root on the\nlowest sounding string; equal ones in position order",
+     [](O &o, T) { o.voicings = true; }, nullptr},
+    {"--reach", "", V::Word, "N", S::Fingering, false,
+     "largest distance in positions between the lowest and the\nhighest fretted string, 1..22 (default 3); open strings\nare free",
+     [](O &o, T v) { o.reach = Whole("--reach", v, 1, 22); }, nullptr},
+    {"--highest", "", V::Word, "P", S::Fingering, false,
+     "highest position used, by number 0..22 or by fret name\n(default the layout's fret \"12\", or above the capo)",
+     [](O &o, T v) { o.highest = v; }, nullptr},
+    {"--muted-ok", "", V::None, "", S::Fingering, false,
+     "a string may be left unplayed (x)",
+     [](O &o, T) { o.mutedOk = true; }, nullptr},
+    {"--count", "", V::Word, "N", S::Fingering, false,
+     "how many fingerings at most, 1..999 (default 10)",
+     [](O &o, T v) { o.count = Whole("--count", v, 1, 999); }, nullptr},
+    {"--capo", "", V::Word, "P", S::Fingering, false,
+     "a capo at a position, by number 0..22 or by fret name\n(6+). Every output takes it: the chart leaves the\n"
+     "positions below it empty and heads it \"capo\", the open-\nstring column shows what sounds there; fingerings,\n"
+     "--identify-frets and --describe count from it (0 is the\ncapo)",
+     [](O &o, T v) { o.capo = v; }, nullptr},
 
     {"--version", "", V::None, "", S::Other, false,
      "the version, the same as the program's",
@@ -161,6 +196,23 @@ void CheckCombinations(const Options &o) {
     if ((o.identify || o.identifyFrets) && !outputs.empty())
         throw BadInput(std::string(o.identify ? "--identify" : "--identify-frets") +
                        " prints text only and does not combine with " + outputs[0]);
+    if (o.voicings && (o.tsv || o.describe || o.identify || o.identifyFrets))
+        throw BadInput(
+            std::string("--voicings does not combine with ") +
+            (o.tsv        ? "--tsv"
+             : o.describe ? "--describe"
+             : o.identify ? "--identify"
+                          : "--identify-frets") +
+            "; it prints text (-o for a file) or diagrams (--png, --svg, --pdf, --book)");
+    const std::pair<bool, const char *> limits[] = {{bool(o.reach), "--reach"},
+                                                    {bool(o.highest), "--highest"},
+                                                    {o.mutedOk, "--muted-ok"},
+                                                    {bool(o.count), "--count"}};
+    for (const auto &[given, name] : limits)
+        if (given && !o.voicings)
+            throw BadInput(std::string(name) + " goes with --voicings only");
+    if (o.capo && o.identify)
+        throw BadInput("--capo does not combine with --identify: note names have no frets");
 }
 
 std::string Indented(std::string_view lines, std::size_t indent) {
@@ -255,6 +307,7 @@ std::string HelpText() {
         {Section::Output, "Output (text goes to standard output unless -o is given):"},
         {Section::Look, "How the chart is shown (text, images and the book alike):"},
         {Section::Naming, "Naming chords (these print text only and take no other output option):"},
+        {Section::Fingering, "Fingerings and the capo:"},
         {Section::Other, "Other:"},
     };
     std::string out = R"(Usage: varnock-chart [options]
@@ -301,6 +354,10 @@ Examples:
   varnock-chart --root D --describe
   varnock-chart --identify D,F#,A --spelling flats
   varnock-chart --frets Chromatic --identify-frets 0,2,4
+  varnock-chart --root D --voicings --muted-ok --count 5
+  varnock-chart --frets "Diatonic with 6+" --root G --voicings --png g.png
+  varnock-chart --root E --capo 2 --voicings
+  varnock-chart --frets 1 --capo 1 --identify-frets 6+,0,x
 )";
     return out;
 }

@@ -33,9 +33,14 @@ struct Options {
     // Answers in words instead of the chart.
     std::optional<std::string> identify, identifyFrets;
     bool describe = false;
+    // Fingerings and the capo; positions stay text until the layout is known.
+    bool voicings = false;
+    std::optional<std::string> highest, capo;
+    std::optional<int> reach, count;
+    bool mutedOk = false;
 };
 
-enum class Section { Selection, Output, Look, Naming, Other };
+enum class Section { Selection, Output, Look, Naming, Fingering, Other };
 
 enum class ValueKind {
     None, // a switch
@@ -66,7 +71,7 @@ const OptionSpec *FindOption(std::string_view name);
 
 // Reads the command line (without argv[0]). BadInput on an unknown option, a
 // missing value, a value that looks like an option, an output option given
-// twice, a bad --scale, or options that exclude each other.
+// twice, a bad --scale, --reach or --count, or options that exclude each other.
 Options ParseArguments(const std::vector<std::string> &args);
 
 std::string HelpText();

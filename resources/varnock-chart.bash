@@ -105,8 +105,8 @@ _varnock_chart() {
             _varnock_chart_offer_list "$cur" "${chords[@]}"
             return 0
             ;;
-        --identify-frets)
-            # Fret positions, or x for a string not played: nothing to offer.
+        --identify-frets | --reach | --count | --highest | --capo)
+            # Numbers and fret names: nothing to offer.
             return 0
             ;;
         -o | --output | --png | --svg | --pdf | --book)
@@ -122,7 +122,8 @@ _varnock_chart() {
             --frets --strings --tuning --root --chord --from-settings \
             --left-handed --flip --spelling \
             --text --tsv -o --output --png --scale --svg --pdf \
-            --book --roots --chords --describe --identify --identify-frets
+            --book --roots --chords --describe --identify --identify-frets \
+            --voicings --reach --highest --muted-ok --count --capo
     fi
     return 0
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+// Positions as players name them, and the capo. A position is typed by its
+// number 0..22, as the chart's heading line counts them, or by the name the
+// layout gives its fret ("6+", "13+"). A capo makes a new sheet, as spelling
+// does: the writers only read it.
+
+#include "chart/chartsheet.h"
+
+#include <string>
+#include <vector>
+
+namespace varnock::cli {
+
+// The name of each position 0..22: the label row's text, or the heading's
+// where the layout leaves the label empty.
+std::vector<std::string> FretNames(const ChartSheet &sheet);
+
+// "7" is position 7, "6+" the position the layout names so. BadInput naming
+// `option`, the value and what is accepted.
+int ParsePosition(const std::string &text, const std::vector<std::string> &fretNames,
+                  const std::string &option);
+
+// The sheet with a capo at `capo`: the open-string column shows what sounds
+// at the capo, the positions below it are empty, and its heading reads "capo".
+// The same sheet for 0.
+ChartSheet WithCapo(const ChartSheet &sheet, int capo);
+
+// The positions a fret list names, counted from the capo: 0 is the capo, a
+// position below it is BadInput. Entries are numbers, fret names or x; the
+// result is "p1,p2,..." in numbers, as ParseFretList reads it.
+std::string FretListFromCapo(const std::string &list, const std::vector<std::string> &fretNames,
+                             int capo);
+
+} // namespace varnock::cli

@@ -1,0 +1,116 @@
+#include "cli/voicings.h"
+
+#include "cli/capo.h"
+#include "cli/errors.h"
+#include "cli/names.h"
+#include "model/catalogue.h"
+
+#include <algorithm>
+
+namespace varnock::cli {
+
+namespace cat = catalogue;
+
+std::vector<ChordTone> SheetTones(const ChartSheet &sheet) {
+    if (sheet.chordType < 0 || sheet.chordType >= cat::kChordTypeCount)
+        throw BadInput("no chord is chosen to finger");
+    const auto chord = static_cast<std::size_t>(sheet.chordType);
+    const cat::Offsets offsets = cat::ChordOffsets(static_cast<int>(chord));
+    std::vector<ChordTone> tones;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(offsets.count); ++i)
+        tones.push_back({cat::Mod12(sheet.root + offsets.semitones[i]),
+                         std::string(cat::kChordTypes[chord].degrees[i])});
+    return tones;
+}
+
+Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo) {
+    Limits limits;
+    limits.capo = capo;
+    limits.mutedOk = options.mutedOk;
+    if (options.reach)
+        limits.reach = *options.reach;
+    if (options.count)
+        limits.count = *options.count;
+    if (options.highest) {
+        limits.highest = ParsePosition(*options.highest, fretNames, "--highest");
+        if (limits.highest < capo)
+            throw BadInput("--highest \"" + *options.highest + "\" lies below the capo at " +
+                           fretNames.at(static_cast<std::size_t>(capo)) + "; accepted: " +
+                           std::to_string(capo) + "..22 or a fret name from there");
+    } else {
+        const auto twelve = std::find(fretNames.begin(), fretNames.end(), "12");
+        limits.highest = twelve == fretNames.end()
+                             ? 12
+                             : static_cast<int>(std::distance(fretNames.begin(), twelve));
+        limits.highest = std::max(limits.highest, std::min(kLastPosition, capo + limits.reach));
+    }
+    return limits;
+}
+
+Voicing Describe(const Fingering &fingering, const std::vector<ChordTone> &tones,
+                 const std::vector<std::string> &notes, const std::vector<std::string> &fretNames,
+                 int capo) {
+    Voicing v;
+    for (std::size_t s = 0; s < fingering.positions.size(); ++s) {
+        const int p = fingering.positions[s];
+        const int t = fingering.tones[s];
+        if (p == kMuted || t < 0) {
+            v.frets.push_back("x");
+            v.notes.push_back("-");
+            v.degrees.push_back("-");
+            continue;
+        }
+        // A string at the capo is played open: 0, as above the nut.
+        v.frets.push_back(p == capo ? "0" : fretNames.at(static_cast<std::size_t>(p)));
+        const auto tone = static_cast<std::size_t>(t);
+        v.notes.push_back(tone < notes.size() && !notes[tone].empty()
+                              ? notes[tone]
+                              : cat::SharpName(tones[tone].pitch));
+        v.degrees.push_back(tones[tone].degree);
+    }
+    for (const int t : fingering.omitted)
+        v.omitted.push_back(tones.at(static_cast<std::size_t>(t)).degree);
+    return v;
+}
+
+std::string VoicingLine(const Voicing &voicing) {
+    std::string line = Join(voicing.frets, " ") + " | " + Join(voicing.notes, " ") + " | " +
+                       Join(voicing.degrees, " ");
+    if (!voicing.omitted.empty())
+        line += " | without " + Join(voicing.omitted, ", ");
+    return line;
+}
+
+std::string OptionFor(Limit limit) {
+    switch (limit) {
+    case Limit::Reach:
+        return "--reach";
+    case Limit::Highest:
+        return "--highest";
+    case Limit::MutedOk:
+        return "--muted-ok";
+    }
+    return "";
+}
+
+std::string VoicingsText(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
+                         const Limits &limits) {
+    const std::vector<ChordTone> tones = SheetTones(sheet);
+    const FingeringResult result =
+        FindFingerings(BoardFor(static_cast<int>(sheet.mode), sheet.openNotes), tones, limits);
+    if (result.fingerings.empty()) {
+        std::vector<std::string> options;
+        for (const Limit limit : result.raise)
+            options.push_back(OptionFor(limit));
+        const std::string root = sheet.notes[0].empty() ? sheet.rootItem : sheet.notes[0];
+        return root + " " + sheet.chordItem + ": " + result.reason +
+               (options.empty() ? "" : " (" + Join(options, ", ") + ")") + ".\n";
+    }
+    const std::vector<std::string> notes(sheet.notes.begin(), sheet.notes.end());
+    std::string out;
+    for (const Fingering &f : result.fingerings)
+        out += VoicingLine(Describe(f, tones, notes, fretNames, limits.capo)) + "\n";
+    return out;
+}
+
+} // namespace varnock::cli

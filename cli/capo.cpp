@@ -3,8 +3,6 @@
 #include "cli/errors.h"
 #include "cli/names.h"
 
-#include <charconv>
-
 namespace varnock::cli {
 
 namespace {
@@ -20,33 +18,30 @@ std::string Trimmed(std::string text) {
 } // namespace
 
 std::vector<std::string> FretNames(const ChartSheet &sheet) {
-    std::vector<std::string> names;
-    const std::vector<std::string> &labels = sheet.rows.at(0);
-    for (std::size_t p = 0; p < sheet.headings.size(); ++p)
-        names.push_back(p < labels.size() && !labels[p].empty() ? labels[p] : sheet.headings[p]);
-    return names;
+    return sheet.headings;
+}
+
+std::string AcceptedFrets(const std::vector<std::string> &fretNames) {
+    // The plain numbers run without a gap from 0; name their ends, then the rest.
+    std::string numbers, others;
+    for (const std::string &name : fretNames) {
+        if (name.find_first_not_of("0123456789") == std::string::npos)
+            numbers = numbers.empty() ? name + ".." + name
+                                      : numbers.substr(0, numbers.find("..") + 2) + name;
+        else
+            others += ", " + name;
+    }
+    return numbers + others;
 }
 
 int ParsePosition(const std::string &typed, const std::vector<std::string> &fretNames,
                   const std::string &option) {
     const std::string text = Trimmed(typed);
-    int p = -1;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), p);
-    if (!text.empty() && error == std::errc() && end == text.data() + text.size()) {
-        if (p >= 0 && p <= kLastPosition)
-            return p;
-    } else {
-        for (std::size_t i = 0; i < fretNames.size(); ++i)
-            if (fretNames[i] == text)
-                return static_cast<int>(i);
-    }
-    std::string names;
-    for (const std::string &name : fretNames)
-        if (name.find('+') != std::string::npos)
-            names += (names.empty() ? "" : ", ") + name;
+    for (std::size_t p = 0; p < fretNames.size(); ++p)
+        if (fretNames[p] == text)
+            return static_cast<int>(p);
     throw BadInput(option + " \"" + typed +
-                   "\" is not accepted; a position 0..22 or a fret name of the layout" +
-                   (names.empty() ? "" : " (" + names + ")"));
+                   "\" is not accepted; a fret of the layout: " + AcceptedFrets(fretNames));
 }
 
 ChartSheet WithCapo(const ChartSheet &sheet, int capo) {

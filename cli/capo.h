@@ -1,8 +1,9 @@
 #pragma once
 
-// Positions as players name them, and the capo. A position is typed by its
-// number 0..22, as the chart's heading line counts them, or by the name the
-// layout gives its fret ("6+", "13+"). A capo makes a new sheet, as spelling
+// Frets as players name them, and the capo. A position is typed as the
+// chart's heading line names it: 0..22 on the diatonic and chromatic boards,
+// "6+" and "13+" among the numbers on the boards that have them, so what a
+// fingering prints can be typed back. A capo makes a new sheet, as spelling
 // does: the writers only read it.
 
 #include "chart/chartsheet.h"
@@ -12,12 +13,13 @@
 
 namespace varnock::cli {
 
-// The name of each position 0..22: the label row's text, or the heading's
-// where the layout leaves the label empty.
+// The name of each position 0..22: the chart's heading.
 std::vector<std::string> FretNames(const ChartSheet &sheet);
+// "0..20, 6+, 13+": the names, for messages.
+std::string AcceptedFrets(const std::vector<std::string> &fretNames);
 
-// "7" is position 7, "6+" the position the layout names so. BadInput naming
-// `option`, the value and what is accepted.
+// The position of a fret name ("7", "6+"). BadInput naming `option`, the
+// value and what is accepted.
 int ParsePosition(const std::string &text, const std::vector<std::string> &fretNames,
                   const std::string &option);
 

@@ -137,8 +137,9 @@ const OptionSpec kOptions[] = {
      "notes, then every one that holds them all, one a line",
      [](O &o, T v) { o.identify = v; }, NoteNames},
     {"--identify-frets", "", V::List, "P1,P2[,P3[,P4]]", S::Naming, false,
-     "a position 0..22 or a fret name (6+) per string, or x\nfor a string not played, on the chosen layout and tuning;\n"
-     "with --capo, 0 is the capo: first the notes sounding\nthere, then the chords they make, as above",
+     "a fret per string as the chart's heading line names it\n(0..22; 6+, 13+ on the boards that have them), or x for\n"
+     "a string not played, on the chosen layout and tuning;\nwith --capo, 0 is the capo: first the notes sounding\n"
+     "there, then the chords they make, as above",
      [](O &o, T v) { o.identifyFrets = v; }, nullptr},
 
     {"--voicings", "", V::None, "", S::Fingering, false,
@@ -151,7 +152,7 @@ const OptionSpec kOptions[] = {
      "largest distance in positions between the lowest and the\nhighest fretted string, 1..22 (default 3); open strings\nare free",
      [](O &o, T v) { o.reach = Whole("--reach", v, 1, 22); }, nullptr},
     {"--highest", "", V::Word, "P", S::Fingering, false,
-     "highest position used, by number 0..22 or by fret name\n(default the layout's fret \"12\", or above the capo)",
+     "highest fret used, named as in the chart's heading line\n(default 12, or higher to leave a reach above the capo)",
      [](O &o, T v) { o.highest = v; }, nullptr},
     {"--muted-ok", "", V::None, "", S::Fingering, false,
      "a string may be left unplayed (x)",
@@ -160,7 +161,7 @@ const OptionSpec kOptions[] = {
      "how many fingerings at most, 1..999 (default 10)",
      [](O &o, T v) { o.count = Whole("--count", v, 1, 999); }, nullptr},
     {"--capo", "", V::Word, "P", S::Fingering, false,
-     "a capo at a position, by number 0..22 or by fret name\n(6+). Every output takes it: the chart leaves the\n"
+     "a capo at a fret, named as in the chart's heading line\n(3, 6+). Every output takes it: the chart leaves the\n"
      "positions below it empty and heads it \"capo\", the open-\nstring column shows what sounds there; fingerings,\n"
      "--identify-frets and --describe count from it (0 is the\ncapo)",
      [](O &o, T v) { o.capo = v; }, nullptr},

@@ -6,6 +6,7 @@
 #include "cli/book.h"
 #include "cli/capo.h"
 #include "cli/chartdoc.h"
+#include "cli/diagram.h"
 #include "cli/errors.h"
 #include "cli/lookup.h"
 #include "cli/names.h"
@@ -102,12 +103,31 @@ void Export(const cli::Options &options, ChartController &chart) {
         else
             std::cout << text << std::flush;
     }
-    if (options.png)
-        cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
-    if (options.svg)
-        cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
-    if (options.pdf)
-        cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
+    if (options.voicings && (options.png || options.svg || options.pdf)) {
+        const cli::Voicings found = cli::FindVoicings(spelled, fretNames, limits);
+        cli::Diagrams diagrams;
+        diagrams.title = cli::ChordTitle(spelled) + " - " + cli::InstrumentTitle(spelled) +
+                         (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : "");
+        diagrams.none = found.none;
+        diagrams.fretNames = fretNames;
+        diagrams.capo = capo;
+        diagrams.leftHanded = options.leftHanded;
+        diagrams.fingerings = found.fingerings;
+        diagrams.voicings = found.voicings;
+        if (options.png)
+            cli::WriteDiagramsPng(QString::fromStdString(*options.png), diagrams, options.scale);
+        if (options.svg)
+            cli::WriteDiagramsSvg(QString::fromStdString(*options.svg), diagrams);
+        if (options.pdf)
+            cli::WriteDiagramsPdf(QString::fromStdString(*options.pdf), diagrams);
+    } else {
+        if (options.png)
+            cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
+        if (options.svg)
+            cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
+        if (options.pdf)
+            cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
+    }
     if (options.book) {
         cli::Book book = cli::MakeBook(chart, roots, chords,
                                        {orientation, spelling, cli::SpellingRoots(options.roots)});

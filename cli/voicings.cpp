@@ -93,23 +93,36 @@ std::string OptionFor(Limit limit) {
     return "";
 }
 
-std::string VoicingsText(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
-                         const Limits &limits) {
+Voicings FindVoicings(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
+                      const Limits &limits) {
     const std::vector<ChordTone> tones = SheetTones(sheet);
-    const FingeringResult result =
+    FingeringResult result =
         FindFingerings(BoardFor(static_cast<int>(sheet.mode), sheet.openNotes), tones, limits);
+    Voicings out;
     if (result.fingerings.empty()) {
         std::vector<std::string> options;
         for (const Limit limit : result.raise)
             options.push_back(OptionFor(limit));
         const std::string root = sheet.notes[0].empty() ? sheet.rootItem : sheet.notes[0];
-        return root + " " + sheet.chordItem + ": " + result.reason +
-               (options.empty() ? "" : " (" + Join(options, ", ") + ")") + ".\n";
+        out.none = root + " " + sheet.chordItem + ": " + result.reason +
+                   (options.empty() ? "" : " (" + Join(options, ", ") + ")") + ".";
+        return out;
     }
     const std::vector<std::string> notes(sheet.notes.begin(), sheet.notes.end());
-    std::string out;
     for (const Fingering &f : result.fingerings)
-        out += VoicingLine(Describe(f, tones, notes, fretNames, limits.capo)) + "\n";
+        out.voicings.push_back(Describe(f, tones, notes, fretNames, limits.capo));
+    out.fingerings = std::move(result.fingerings);
+    return out;
+}
+
+std::string VoicingsText(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
+                         const Limits &limits) {
+    const Voicings found = FindVoicings(sheet, fretNames, limits);
+    if (found.fingerings.empty())
+        return found.none + "\n";
+    std::string out;
+    for (const Voicing &v : found.voicings)
+        out += VoicingLine(v) + "\n";
     return out;
 }
 

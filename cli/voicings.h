@@ -36,6 +36,16 @@ Voicing Describe(const Fingering &fingering, const std::vector<ChordTone> &tones
 // "0 0 2 | D A F# | R 5 3", then " | without 5" when a tone is left out.
 std::string VoicingLine(const Voicing &voicing);
 
+// The sheet's chord fingered within the limits, each read for showing;
+// `none` is the line saying there is none and which option to raise.
+struct Voicings {
+    std::vector<Fingering> fingerings;
+    std::vector<Voicing> voicings;
+    std::string none;
+};
+Voicings FindVoicings(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
+                      const Limits &limits);
+
 // A line per fingering, or one line saying there is none and which option
 // to raise. `sheet` comes spelled and `fretNames` from the unspelled layout.
 std::string VoicingsText(const ChartSheet &sheet, const std::vector<std::string> &fretNames,

@@ -1,0 +1,46 @@
+#pragma once
+
+// Chord diagrams as players read them: the strings as vertical lines, the
+// frets as rows named as the layout names them, a dot with the note on each
+// fretted string, o and x above the nut, the capo as a bar, and the degrees
+// under the strings. A set of them goes to PNG, SVG or PDF.
+
+#include "cli/fingering.h"
+#include "cli/voicings.h"
+
+#include <QPointF>
+#include <QSize>
+#include <QString>
+
+#include <string>
+#include <vector>
+
+class QPainter;
+
+namespace varnock::cli {
+
+struct Diagrams {
+    std::string title;                  // above them all
+    std::string none;                   // said instead when there are no fingerings
+    std::vector<std::string> fretNames; // of positions 0..22
+    int capo = 0;
+    bool leftHanded = false; // the first string on the right
+    std::vector<Fingering> fingerings;
+    std::vector<Voicing> voicings; // one per fingering, read for the labels
+};
+
+// Diagrams in a row before the next row starts.
+constexpr int kDiagramsPerRow = 5;
+
+QSize DiagramsSize(const Diagrams &diagrams);
+void PaintDiagrams(QPainter &painter, const Diagrams &diagrams);
+
+// Where diagram `index` shows string `string`: the centre of its dot when
+// fretted, of its o or x mark otherwise.
+QPointF MarkCentre(const Diagrams &diagrams, std::size_t index, std::size_t string);
+
+void WriteDiagramsPng(const QString &path, const Diagrams &diagrams, int scale);
+void WriteDiagramsSvg(const QString &path, const Diagrams &diagrams);
+void WriteDiagramsPdf(const QString &path, const Diagrams &diagrams);
+
+} // namespace varnock::cli

@@ -3,10 +3,15 @@
 // 0 2 4 5 7 9 10 12 semitones, the 6+ board puts 11 at "6+"), and the capo
 // read back from the chart's own rows.
 
+#include "chart/cellpaint.h"
 #include "support.h"
 
+#include <QImage>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using testsupport::Outcome;
 using testsupport::RunChart;
@@ -144,6 +149,108 @@ TEST(Capo, FretListsByNameAndFromTheCapo) {
                                  "F# at positions 0, 2, 9, 16 (frets 0, 2, 9, 16)",
                                  0),
               0u);
+}
+
+struct Dot {
+    int tone; // which note colour
+    double x = 0, y = 0;
+};
+
+// The dots of a diagram image: pixels of the chart's note colours gathered
+// into blobs by nearness, each with its centre.
+std::vector<Dot> Dots(const QImage &image) {
+    std::vector<Dot> dots;
+    std::vector<int> sizes;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const auto rgb = static_cast<varnock::Color>(image.pixel(x, y) & 0xFFFFFF);
+            const auto hit = std::find(std::begin(varnock::colors::kNote),
+                                       std::end(varnock::colors::kNote), rgb);
+            if (hit == std::end(varnock::colors::kNote))
+                continue;
+            const int tone = static_cast<int>(hit - std::begin(varnock::colors::kNote));
+            std::size_t i = 0;
+            for (; i < dots.size(); ++i)
+                if (dots[i].tone == tone && std::abs(dots[i].x - x) < 14 &&
+                    std::abs(dots[i].y - y) < 14)
+                    break;
+            if (i == dots.size()) {
+                dots.push_back({tone, double(x), double(y)});
+                sizes.push_back(1);
+            } else {
+                // A running mean, so later pixels pull the centre into place.
+                ++sizes[i];
+                dots[i].x += (x - dots[i].x) / sizes[i];
+                dots[i].y += (y - dots[i].y) / sizes[i];
+            }
+        }
+    return dots;
+}
+
+// "tone:row" for each dot from left to right; rows ranked from the top.
+std::string Layout(std::vector<Dot> dots) {
+    std::vector<double> ys;
+    for (const Dot &d : dots)
+        if (std::none_of(ys.begin(), ys.end(), [&](double y) { return std::abs(y - d.y) < 3; }))
+            ys.push_back(d.y);
+    std::sort(ys.begin(), ys.end());
+    std::sort(dots.begin(), dots.end(), [](const Dot &a, const Dot &b) { return a.x < b.x; });
+    std::string out;
+    for (const Dot &d : dots) {
+        const auto row =
+            std::find_if(ys.begin(), ys.end(), [&](double y) { return std::abs(y - d.y) < 3; }) -
+            ys.begin();
+        out += (out.empty() ? "" : " ") + std::to_string(d.tone) + ":" + std::to_string(row);
+    }
+    return out;
+}
+
+// One diagram each (--count 1): its dots read back from the PNG, the tone by
+// colour (root, second, third, fourth note), the row by height.
+TEST(Diagrams, DotsStandWhereTheFingeringPutsThem) {
+    struct Row {
+        QStringList args;
+        const char *dots;
+        bool capoBar;
+    };
+    const Row rows[] = {
+        // 0 0 2: one F# on the third string.
+        {{"--root", "D"}, "1:0", false},
+        // 4 2 3 on the 6+ board: A lowest on the neck, C# highest, G between.
+        {{"--frets", "1", "--root", "A", "--chord", "7"}, "0:2 1:0 3:1", false},
+        {{"--frets", "1", "--root", "A", "--chord", "7", "--left-handed"}, "3:1 1:0 0:2", false},
+        // Under a capo at 6+: 8 8 10 is E, B, then G two frets lower down.
+        {{"--frets", "1", "--root", "E", "--chord", "m", "--capo", "6+"}, "0:0 2:0 1:1", true},
+        // 5 5 3 4 on four strings: G, D, F, B.
+        {{"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "G", "--chord", "7", "--capo",
+          "2"},
+         "0:2 2:2 3:0 1:1",
+         true},
+    };
+    QTemporaryDir dir;
+    const QString png = dir.filePath(QStringLiteral("d.png"));
+    for (const Row &row : rows) {
+        const Outcome run =
+            RunChart(row.args + QStringList{"--voicings", "--count", "1", "--png", png});
+        const std::string name = row.args.join(' ').toStdString();
+        ASSERT_EQ(run.status, 0) << name << run.err;
+        const QImage image(png);
+        ASSERT_FALSE(image.isNull()) << name;
+        EXPECT_EQ(Layout(Dots(image)), row.dots) << name;
+        // The bar: a run of its grey across more than one string gap.
+        bool bar = false;
+        for (int y = 0; y < image.height() && !bar; ++y)
+            for (int x = 0, run = 0; x < image.width() && !bar; ++x) {
+                run = (image.pixel(x, y) & 0xFFFFFF) == 0x555555 ? run + 1 : 0;
+                bar = run > 40;
+            }
+        EXPECT_EQ(bar, row.capoBar) << name;
+    }
+    // Ten fingerings, ten diagrams, each with its F# dot at least.
+    ASSERT_EQ(RunChart({"--root", "D", "--voicings", "--png", png}).status, 0);
+    const auto dots = Dots(QImage(png));
+    EXPECT_EQ(std::count_if(dots.begin(), dots.end(), [](const Dot &d) { return d.tone == 1; }),
+              10);
 }
 
 } // namespace

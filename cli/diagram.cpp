@@ -6,6 +6,7 @@
 #include "cli/writers.h"
 
 #include <QImage>
+#include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
@@ -189,8 +190,9 @@ QSize DiagramsSize(const Diagrams &d) {
     const int rows = std::max(1, (count + kDiagramsPerRow - 1) / kDiagramsPerRow);
     const int width =
         std::max(2 * kMargin + columns * cell.width() + (columns - 1) * kCellGap, 360);
-    if (count == 0)
-        return {width, 2 * kMargin + kTitleHeight + kTextLine};
+    if (count == 0) // room for the line that says why, at about 7 pixels a letter
+        return {std::max(width, 2 * kMargin + 7 * static_cast<int>(d.none.size())),
+                2 * kMargin + kTitleHeight + kTextLine};
     return {width, 2 * kMargin + kTitleHeight + rows * cell.height() + (rows - 1) * kCellGap};
 }
 
@@ -274,6 +276,59 @@ void WriteDiagramsPdf(const QString &path, const Diagrams &d) {
         PaintDiagrams(painter, d);
     }
     Commit(file);
+}
+
+int WriteFingeringBook(const QString &path, const std::string &title,
+                       const std::vector<FingeringBookPart> &parts) {
+    QSaveFile file(path);
+    OpenForWriting(file);
+    int pages = 0;
+    {
+        QPdfWriter pdf(&file);
+        SetupPdf(pdf, QString::fromStdString(title));
+        pdf.setPageSize(QPageSize(QPageSize::A4));
+        pdf.setPageMargins(QMarginsF(12, 12, 12, 12), QPageLayout::Millimeter);
+        QPainter painter;
+        if (!painter.begin(&pdf))
+            Fail(path, QStringLiteral("PDF writer failed"));
+        const QRect page = pdf.pageLayout().paintRectPixels(pdf.resolution());
+        QFont heading = ListFont();
+        heading.setPixelSize(20);
+        for (const FingeringBookPart &part : parts) {
+            if (pages++ > 0)
+                pdf.newPage();
+            painter.setFont(heading);
+            painter.setPen(Qt::black);
+            painter.drawText(QRectF(0, 0, page.width(), 30), Qt::AlignLeft | Qt::AlignVCenter,
+                             QString::fromStdString(part.heading));
+            double y = 40;
+            for (const Diagrams &chord : part.chords) {
+                const QSize size = DiagramsSize(chord);
+                if (y + size.height() > page.height()) {
+                    pdf.newPage();
+                    ++pages;
+                    painter.setFont(heading);
+                    painter.drawText(QRectF(0, 0, page.width(), 30),
+                                     Qt::AlignLeft | Qt::AlignVCenter,
+                                     QString::fromStdString(part.heading + " (continued)"));
+                    y = 40;
+                }
+                painter.save();
+                painter.translate(0, y);
+                // Wider than the page (many strings or many fingerings): shrink to fit.
+                if (size.width() > page.width())
+                    painter.scale(page.width() / double(size.width()),
+                                  page.width() / double(size.width()));
+                PaintDiagrams(painter, chord);
+                painter.restore();
+                y += size.height() * std::min(1.0, page.width() / double(size.width()));
+            }
+        }
+        if (pages == 0)
+            ++pages;
+    }
+    Commit(file);
+    return pages;
 }
 
 } // namespace varnock::cli

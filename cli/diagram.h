@@ -43,4 +43,14 @@ void WriteDiagramsPng(const QString &path, const Diagrams &diagrams, int scale);
 void WriteDiagramsSvg(const QString &path, const Diagrams &diagrams);
 void WriteDiagramsPdf(const QString &path, const Diagrams &diagrams);
 
+// A fingering book: for each root a part, each chord a set of diagrams
+// (titled with the chord's name) under the part's heading; a part starts a
+// page and continues on more as needed. Returns the number of pages.
+struct FingeringBookPart {
+    std::string heading;
+    std::vector<Diagrams> chords;
+};
+int WriteFingeringBook(const QString &path, const std::string &title,
+                       const std::vector<FingeringBookPart> &parts);
+
 } // namespace varnock::cli

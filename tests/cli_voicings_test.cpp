@@ -253,4 +253,36 @@ TEST(Diagrams, DotsStandWhereTheFingeringPutsThem) {
               10);
 }
 
+// The other files: SVG with the title, a one-page PDF, and a fingering book
+// that starts a page for each root.
+TEST(Diagrams, SvgPdfAndTheFingeringBook) {
+    QTemporaryDir dir;
+    const auto path = [&](const char *name) { return dir.filePath(QString::fromLatin1(name)); };
+    struct Row {
+        QStringList args;
+        const char *file;
+        const char *starts;   // the file's first bytes
+        const char *contains; // and somewhere in it
+    };
+    const Row rows[] = {
+        {{"--root", "D", "--capo", "2", "--svg", path("v.svg")},
+         "v.svg",
+         "<?xml",
+         "<title>D Maj - Diatonic, 3 strings D A D, capo at 2</title>"},
+        {{"--root", "D", "--pdf", path("v.pdf")}, "v.pdf", "%PDF", "/Count 1\n"},
+        {{"--book", path("b.pdf"), "--roots", "D,G", "--chords", "Maj,m"},
+         "b.pdf",
+         "%PDF",
+         "/Count 2\n"},
+    };
+    for (const Row &row : rows) {
+        const Outcome run = RunChart(row.args + QStringList{"--voicings"});
+        ASSERT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, "");
+        const std::string bytes = testsupport::ReadBytes(path(row.file).toStdString());
+        EXPECT_EQ(bytes.rfind(row.starts, 0), 0u) << row.file;
+        EXPECT_NE(bytes.find(row.contains), std::string::npos) << row.file;
+    }
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "chart/cellpaint.h"
 #include "chart/sheet.h"
+#include "cli/chartdoc.h"
 #include "cli/names.h"
 #include "cli/writers.h"
 
@@ -183,6 +184,19 @@ void PaintOne(QPainter &p, const Diagrams &d, std::size_t index) {
 
 } // namespace
 
+Diagrams MakeDiagrams(const std::string &title, const Voicings &found,
+                      const std::vector<std::string> &fretNames, int capo, bool leftHanded) {
+    Diagrams d;
+    d.title = title;
+    d.none = found.none;
+    d.fretNames = fretNames;
+    d.capo = capo;
+    d.leftHanded = leftHanded;
+    d.fingerings = found.fingerings;
+    d.voicings = found.voicings;
+    return d;
+}
+
 QSize DiagramsSize(const Diagrams &d) {
     const QSize cell = CellSize(d);
     const int count = static_cast<int>(d.fingerings.size());
@@ -329,6 +343,25 @@ int WriteFingeringBook(const QString &path, const std::string &title,
     }
     Commit(file);
     return pages;
+}
+
+int WriteFingeringBook(const QString &path, const Book &book,
+                       const std::vector<std::string> &fretNames, Limits limits, bool countGiven,
+                       bool leftHanded) {
+    if (!countGiven)
+        limits.count = 4;
+    const std::string capo =
+        limits.capo > 0 ? ", capo at " + fretNames.at(static_cast<std::size_t>(limits.capo)) : "";
+    std::vector<FingeringBookPart> parts;
+    for (const BookPart &part : book.parts) {
+        FingeringBookPart out{part.name + " - " + book.instrument + capo, {}};
+        for (const BookChart &chart : part.charts)
+            out.chords.push_back(MakeDiagrams(ChordTitle(chart.sheet),
+                                              FindVoicings(chart.sheet, fretNames, limits),
+                                              fretNames, limits.capo, leftHanded));
+        parts.push_back(std::move(out));
+    }
+    return WriteFingeringBook(path, "Fingerings - " + book.instrument + capo, parts);
 }
 
 } // namespace varnock::cli

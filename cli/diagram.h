@@ -5,6 +5,7 @@
 // fretted string, o and x above the nut, the capo as a bar, and the degrees
 // under the strings. A set of them goes to PNG, SVG or PDF.
 
+#include "cli/book.h"
 #include "cli/fingering.h"
 #include "cli/voicings.h"
 
@@ -29,6 +30,10 @@ struct Diagrams {
     std::vector<Voicing> voicings; // one per fingering, read for the labels
 };
 
+// Diagrams of what FindVoicings found.
+Diagrams MakeDiagrams(const std::string &title, const Voicings &found,
+                      const std::vector<std::string> &fretNames, int capo, bool leftHanded);
+
 // Diagrams in a row before the next row starts.
 constexpr int kDiagramsPerRow = 5;
 
@@ -52,5 +57,11 @@ struct FingeringBookPart {
 };
 int WriteFingeringBook(const QString &path, const std::string &title,
                        const std::vector<FingeringBookPart> &parts);
+
+// The fingering book of a chord book's sheets: each chord's best fingerings
+// within the limits (four unless `countGiven`).
+int WriteFingeringBook(const QString &path, const Book &book,
+                       const std::vector<std::string> &fretNames, Limits limits, bool countGiven,
+                       bool leftHanded);
 
 } // namespace varnock::cli

@@ -104,16 +104,10 @@ void Export(const cli::Options &options, ChartController &chart) {
             std::cout << text << std::flush;
     }
     if (options.voicings && (options.png || options.svg || options.pdf)) {
-        const cli::Voicings found = cli::FindVoicings(spelled, fretNames, limits);
-        cli::Diagrams diagrams;
-        diagrams.title = cli::ChordTitle(spelled) + " - " + cli::InstrumentTitle(spelled) +
-                         (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : "");
-        diagrams.none = found.none;
-        diagrams.fretNames = fretNames;
-        diagrams.capo = capo;
-        diagrams.leftHanded = options.leftHanded;
-        diagrams.fingerings = found.fingerings;
-        diagrams.voicings = found.voicings;
+        const cli::Diagrams diagrams = cli::MakeDiagrams(
+            cli::ChartTitle(spelled) +
+                (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : ""),
+            cli::FindVoicings(spelled, fretNames, limits), fretNames, capo, options.leftHanded);
         if (options.png)
             cli::WriteDiagramsPng(QString::fromStdString(*options.png), diagrams, options.scale);
         if (options.svg)
@@ -129,34 +123,11 @@ void Export(const cli::Options &options, ChartController &chart) {
             cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
     }
     if (options.book && options.voicings) {
-        const cli::Book book = cli::MakeBook(
-            chart, roots, chords, {orientation, spelling, cli::SpellingRoots(options.roots)});
-        // A book shows each chord's best few unless --count asks otherwise.
-        cli::Limits bookLimits = limits;
-        if (!options.count)
-            bookLimits.count = 4;
-        std::vector<cli::FingeringBookPart> parts;
-        for (const cli::BookPart &part : book.parts) {
-            cli::FingeringBookPart out;
-            out.heading =
-                part.name + " - " + book.instrument +
-                (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : "");
-            for (const cli::BookChart &page : part.charts) {
-                const cli::Voicings found = cli::FindVoicings(page.sheet, fretNames, bookLimits);
-                cli::Diagrams diagrams;
-                diagrams.title = cli::ChordTitle(page.sheet);
-                diagrams.none = found.none;
-                diagrams.fretNames = fretNames;
-                diagrams.capo = capo;
-                diagrams.leftHanded = options.leftHanded;
-                diagrams.fingerings = found.fingerings;
-                diagrams.voicings = found.voicings;
-                out.chords.push_back(std::move(diagrams));
-            }
-            parts.push_back(std::move(out));
-        }
-        cli::WriteFingeringBook(QString::fromStdString(*options.book),
-                                "Fingerings - " + book.instrument, parts);
+        cli::WriteFingeringBook(
+            QString::fromStdString(*options.book),
+            cli::MakeBook(chart, roots, chords,
+                          {orientation, spelling, cli::SpellingRoots(options.roots)}),
+            fretNames, limits, options.count.has_value(), options.leftHanded);
     } else if (options.book) {
         cli::Book book = cli::MakeBook(chart, roots, chords,
                                        {orientation, spelling, cli::SpellingRoots(options.roots)});

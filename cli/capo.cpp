@@ -21,6 +21,12 @@ std::vector<std::string> FretNames(const ChartSheet &sheet) {
     return sheet.headings;
 }
 
+std::string DescribedFret(const ChartSheet &sheet, int position) {
+    const auto p = static_cast<std::size_t>(position);
+    const std::vector<std::string> &labels = sheet.rows.at(0);
+    return p < labels.size() && !labels[p].empty() ? labels[p] : sheet.headings.at(p);
+}
+
 std::string AcceptedFrets(const std::vector<std::string> &fretNames) {
     // The plain numbers run without a gap from 0; name their ends, then the rest.
     std::string numbers, others;

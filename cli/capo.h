@@ -15,6 +15,9 @@ namespace varnock::cli {
 
 // The name of each position 0..22: the chart's heading.
 std::vector<std::string> FretNames(const ChartSheet &sheet);
+// The name --describe gives a position: the label row's, or the heading's
+// where the layout leaves the label empty.
+std::string DescribedFret(const ChartSheet &sheet, int position);
 // "0..20, 6+, 13+": the names, for messages.
 std::string AcceptedFrets(const std::vector<std::string> &fretNames);
 

@@ -96,7 +96,7 @@ void Export(const cli::Options &options, ChartController &chart) {
         if (options.describe && capo > 0)
             text.insert(text.find('\n') + 1,
                         "Capo at position " + std::to_string(capo) + " (fret " +
-                            fretNames[static_cast<std::size_t>(capo)] +
+                            cli::DescribedFret(spelled, capo) +
                             "): the open strings sound there, and position 0 below is the capo.\n");
         if (options.output)
             cli::WriteTextFile(QString::fromStdString(*options.output), text);

@@ -8,6 +8,7 @@
 #include "cli/errors.h"
 #include "cli/lookup.h"
 #include "cli/names.h"
+#include "cli/notenames.h"
 #include "cli/options.h"
 #include "cli/spelling.h"
 #include "cli/writers.h"
@@ -43,8 +44,12 @@ class ExportChart : public ChartController {
     iniClass *settings_;
 };
 
-void Export(const cli::Options &options, ChartController &chart) {
-    // Every value is checked before anything is printed or written.
+void Export(const cli::Options &typed, ChartController &chart) {
+    // Every value is checked before anything is printed or written. Inside,
+    // notes go by their English names; the chosen system is read here and
+    // written by every output.
+    const cli::NameSystem names = cli::ResolveNames(typed.names);
+    const cli::Options options = cli::InEnglish(typed, names);
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
     std::vector<int> identify;
@@ -60,20 +65,24 @@ void Export(const cli::Options &options, ChartController &chart) {
     cli::Apply(chart, selection);
 
     if (options.identify || options.identifyFrets) {
-        std::cout << (options.identify
-                          ? cli::IdentifyText(identify, spelling, cli::SplitList(*options.identify))
-                          : cli::IdentifyFretsText(chart.Sheet(), *options.identifyFrets, spelling))
+        std::cout << cli::NamedAnswer(options.identify
+                                          ? cli::IdentifyText(identify, spelling,
+                                                              cli::SplitList(*options.identify))
+                                          : cli::IdentifyFretsText(
+                                                chart.Sheet(), *options.identifyFrets, spelling),
+                                      names)
                   << std::flush;
         return;
     }
-    const ChartSheet sheet = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet english = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
     const bool files = options.png || options.svg || options.pdf || options.book;
     if (options.text || options.tsv || options.describe || options.output || !files) {
         const std::string text = options.tsv ? cli::ChartTsv(sheet)
                                  : options.describe
-                                     ? cli::DescribeText(sheet, spelling, options.flip)
+                                     ? cli::DescribeText(english, spelling, options.flip, names)
                                      : cli::ChartText(sheet, orientation);
         if (options.output)
             cli::WriteTextFile(QString::fromStdString(*options.output), text);
@@ -87,9 +96,11 @@ void Export(const cli::Options &options, ChartController &chart) {
     if (options.pdf)
         cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
     if (options.book)
-        cli::WriteBook(QString::fromStdString(*options.book),
-                       cli::MakeBook(chart, roots, chords,
-                                     {orientation, spelling, cli::SpellingRoots(options.roots)}));
+        cli::WriteBook(
+            QString::fromStdString(*options.book),
+            cli::Named(cli::MakeBook(chart, roots, chords,
+                                     {orientation, spelling, cli::SpellingRoots(options.roots)}),
+                       names));
 }
 
 int Run(int argc, char **argv) {

@@ -23,6 +23,12 @@ std::vector<std::string> StringCounts() {
 std::vector<std::string> Scales() {
     return {"1", "2"};
 }
+std::vector<std::string> NameSystems() {
+    std::vector<std::string> names;
+    for (const cat::NameSystemInfo &info : cat::kNameSystems)
+        names.emplace_back(info.name);
+    return names;
+}
 std::vector<std::string> Spellings() {
     return {"sharps", "flats", "chord"};
 }
@@ -114,6 +120,9 @@ const OptionSpec kOptions[] = {
      "sharps (default, as in the program), flats (\"A#\" is\n\"Bb\"), or chord: each note named by its degree above the\n"
      "root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)",
      [](O &o, T v) { o.spelling = v; }, Spellings},
+    {"--names", "", V::Word, "SYSTEM", S::Look, false,
+     "the note names read and written everywhere (--root,\n--tuning, --identify, the chart, the answers):\n@NAMES@",
+     [](O &o, T v) { o.names = v; }, NameSystems},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T) { o.leftHanded = true; }, nullptr},
@@ -194,6 +203,19 @@ std::string ChordList(std::size_t column) {
         line += (line.empty() ? "" : " ") + item;
     }
     return out + line;
+}
+
+// A line per name system: its name, then one octave from C in it.
+std::string NameSystemLines() {
+    std::string out;
+    for (const cat::NameSystemInfo &info : cat::kNameSystems) {
+        std::string name(info.name);
+        if (&info == &cat::kNameSystems.front())
+            name += " (default)";
+        out += (out.empty() ? "" : "\n") + name + std::string(19 - name.size(), ' ') +
+               std::string(info.example);
+    }
+    return out;
 }
 
 } // namespace
@@ -280,6 +302,8 @@ cell painting as the program's window, without opening a window.
             std::string help(spec.help);
             if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
                 help.replace(at, 8, ChordList(kColumn));
+            if (const auto at = help.find("@NAMES@"); at != std::string::npos)
+                help.replace(at, 7, NameSystemLines());
             out += Indented(help, kColumn);
         }
     }

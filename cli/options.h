@@ -28,6 +28,7 @@ struct Options {
     int scale = 1;
     // How the chart is shown; the window knows none of these.
     std::optional<std::string> spelling;
+    std::optional<std::string> names; // english, german or latin note names
     bool leftHanded = false;
     bool flip = false;
     // Answers in words instead of the chart.

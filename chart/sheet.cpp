@@ -82,14 +82,32 @@ ListboxLook ChartLook(ChartOrientation orientation) {
     return look;
 }
 
+namespace {
+
+// A scale's cell, in either table, in the colour of its note's place in the scale.
+bool PaintScaleText(Graphics &g, const std::string &text, const std::vector<std::string> &scale,
+                    Int x, Int y) {
+    const auto color = ScaleTextColor(text, scale);
+    if (!color)
+        return false;
+    g.ForeColor(*color);
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
+}
+
+} // namespace
+
 void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
     chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
         PaintTile(g, ChartFillRule(row, column, l.ListCount()));
         return false;
     };
-    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                    Int y) {
+    const std::vector<std::string> scale = sheet.ChordNotes();
+    chart->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
+                                            Int x, Int y) {
+        if (!sheet.extraNotes.empty())
+            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
     };
     const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
@@ -97,7 +115,10 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
+    notes->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
+                                            Int x, Int y) {
+        if (!sheet.extraNotes.empty())
+            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintNotesText(g, l.Cell(row, column), column, x, y);
     };
     const QPoint origin = SheetRect().topLeft();

@@ -69,6 +69,8 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
         facts.fretNames.push_back(labels[p].empty() ? sheet.headings.at(p) : labels[p]);
     facts.cells.assign(sheet.rows.begin() + 1, sheet.rows.end());
     facts.lastStringFirst = lastStringFirst;
+    if (sheet.chordType < 0 && !sheet.extraNotes.empty())
+        facts.kind = "Scale";
     const auto name = [names](std::string &note) {
         note = catalogue::Translate(note, catalogue::NameSystem::English, names);
     };

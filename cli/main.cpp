@@ -7,9 +7,11 @@
 #include "cli/chartdoc.h"
 #include "cli/errors.h"
 #include "cli/lookup.h"
+#include "cli/modes.h"
 #include "cli/names.h"
 #include "cli/notenames.h"
 #include "cli/options.h"
+#include "cli/scalesheet.h"
 #include "cli/spelling.h"
 #include "cli/writers.h"
 #include "platform/msgbox.h"
@@ -52,6 +54,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
     const cli::Options options = cli::InEnglish(typed, names);
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
+    const cli::Scale *scale = options.scaleName ? &cli::ResolveScale(*options.scaleName) : nullptr;
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -74,7 +77,16 @@ void Export(const cli::Options &typed, ChartController &chart) {
                   << std::flush;
         return;
     }
-    const ChartSheet english = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    if (options.modes) {
+        std::optional<std::string> root;
+        if (options.root)
+            root = cli::SpellingRoot(options.root);
+        std::cout << cli::ModesText(chart.Sheet(), root, names) << std::flush;
+        return;
+    }
+    const ChartSheet english =
+        scale ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
+              : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
 

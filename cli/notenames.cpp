@@ -91,6 +91,8 @@ ChartSheet Named(const ChartSheet &sheet, NameSystem system) {
             cell = Name(cell, system);
     for (std::string &note : out.notes)
         note = Name(note, system);
+    for (std::string &note : out.extraNotes)
+        note = Name(note, system);
     out.rootItem = Name(out.rootItem.substr(0, out.rootItem.find(" / ")), system);
     return out;
 }

@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include "chart/controls.h"
+#include "cli/scales.h"
 #include "model/catalogue.h"
 
 #include <algorithm>
@@ -20,8 +21,13 @@ std::vector<std::string> Layouts() {
 std::vector<std::string> StringCounts() {
     return {"3", "4"};
 }
-std::vector<std::string> Scales() {
-    return {"1", "2"};
+// The scales by name, then the PNG's pixel scales.
+std::vector<std::string> ScaleValues() {
+    std::vector<std::string> names;
+    for (const Scale &scale : Scales())
+        names.push_back(scale.name);
+    names.insert(names.end(), {"1", "2"});
+    return names;
 }
 std::vector<std::string> NameSystems() {
     std::vector<std::string> names;
@@ -72,6 +78,16 @@ const OptionSpec kOptions[] = {
     {"--chord", "", V::Word, "TYPE", S::Selection, false,
      "@CHORDS@; exactly so: M and m differ",
      [](O &o, T v) { o.chord = v; }, ChordNames},
+    {"--scale", "", V::Word, "NAME|1|2", S::Selection, false,
+     "a scale on --root in place of the chord: major (ionian),\ndorian, phrygian, lydian, mixolydian, natural minor\n"
+     "(aeolian, minor), locrian, harmonic minor, melodic minor,\nmajor pentatonic, minor pentatonic (min-pent), blues.\n"
+     "1 or 2 is the PNG's pixel scale instead (2 for print)",
+     [](O &o, T v) {
+         if (v == "1" || v == "2")
+             o.scale = v[0] - '0';
+         else
+             o.scaleName = v;
+     }, ScaleValues},
     {"--from-settings", "", V::None, "", S::Selection, false,
      "take layout, strings and tuning from the program's\nsettings file (read only); options given still win",
      [](O &o, T) { o.fromSettings = true; }, nullptr},
@@ -93,13 +109,6 @@ const OptionSpec kOptions[] = {
     {"--png", "", V::File, "FILE", S::Output, true,
      "chart and notes table as a PNG image",
      [](O &o, T v) { o.png = v; }, nullptr},
-    {"--scale", "", V::Word, "1|2", S::Output, false,
-     "pixel scale of the PNG (2 for print)",
-     [](O &o, T v) {
-         if (v != "1" && v != "2")
-             throw BadInput("unknown scale \"" + v + "\"; accepted: 1, 2");
-         o.scale = v[0] - '0';
-     }, Scales},
     {"--svg", "", V::File, "FILE", S::Output, true,
      "chart and notes table as SVG",
      [](O &o, T v) { o.svg = v; }, nullptr},
@@ -139,6 +148,11 @@ const OptionSpec kOptions[] = {
      "sounding there, then the chords they make, as above",
      [](O &o, T v) { o.identifyFrets = v; }, nullptr},
 
+    {"--modes", "", V::None, "", S::Naming, false,
+     "the seven modes (ionian .. locrian) each string plays from\nits open note, or from --root, with every note on the\n"
+     "layout's frets, and where: by position and fret name",
+     [](O &o, T) { o.modes = true; }, nullptr},
+
     {"--version", "", V::None, "", S::Other, false,
      "the version, the same as the program's",
      [](O &o, T) { o.version = true; }, nullptr},
@@ -164,12 +178,23 @@ std::vector<std::string> ChartOutputs(const Options &o) {
 void CheckCombinations(const Options &o) {
     if (o.text + o.tsv + o.describe > 1)
         throw BadInput("--text, --tsv and --describe exclude each other");
-    if (o.identify && o.identifyFrets)
-        throw BadInput("--identify and --identify-frets exclude each other");
+    if (bool(o.identify) + bool(o.identifyFrets) + o.modes > 1)
+        throw BadInput("--identify, --identify-frets and --modes exclude each other");
     const std::vector<std::string> outputs = ChartOutputs(o);
-    if ((o.identify || o.identifyFrets) && !outputs.empty())
-        throw BadInput(std::string(o.identify ? "--identify" : "--identify-frets") +
-                       " prints text only and does not combine with " + outputs[0]);
+    const char *answer = o.identify        ? "--identify"
+                         : o.identifyFrets ? "--identify-frets"
+                                           : "--modes";
+    if ((o.identify || o.identifyFrets || o.modes) && !outputs.empty())
+        throw BadInput(std::string(answer) + " prints text only and does not combine with " +
+                       outputs[0]);
+    if (o.scaleName && (o.identify || o.identifyFrets || o.modes))
+        throw BadInput("--scale draws a chart and does not combine with " + std::string(answer));
+    if (o.scaleName && (o.chord || o.spelling || o.book))
+        throw BadInput(std::string("--scale shows a scale spelled by its degrees in place of a "
+                                   "chord and does not combine with ") +
+                       (o.chord      ? "--chord"
+                        : o.spelling ? "--spelling"
+                                     : "--book"));
 }
 
 std::string Indented(std::string_view lines, std::size_t indent) {
@@ -323,6 +348,9 @@ Examples:
   varnock-chart --root D --left-handed --flip --png lefty.png
   varnock-chart --root Bb --spelling chord
   varnock-chart --root D --describe
+  varnock-chart --scale dorian --root D --png d-dorian.png
+  varnock-chart --modes --frets "Diatonic with 6+"
+  varnock-chart --names german --root Fis --chord m
   varnock-chart --identify D,F#,A --spelling flats
   varnock-chart --frets Chromatic --identify-frets 0,2,4
 )";

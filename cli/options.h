@@ -26,6 +26,8 @@ struct Options {
     std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
     int scale = 1;
+    std::optional<std::string> scaleName; // a scale in place of the chord
+    bool modes = false;                   // the modes each string plays
     // How the chart is shown; the window knows none of these.
     std::optional<std::string> spelling;
     std::optional<std::string> names; // english, german or latin note names

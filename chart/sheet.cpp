@@ -73,6 +73,20 @@ QSize SheetSize() {
     return SheetRect().size();
 }
 
+namespace {
+
+// The notes table's rows beyond the one the window has room for, in pixels.
+int ExtraNotesHeight(const ChartSheet &sheet) {
+    const int rows = static_cast<int>(sheet.notesRows.size());
+    return rows > 1 ? (rows - 1) * static_cast<int>(ControlByName("Listbox2").rowHeight) : 0;
+}
+
+} // namespace
+
+QSize SheetSize(const ChartSheet &sheet) {
+    return SheetSize() + QSize(0, ExtraNotesHeight(sheet));
+}
+
 ListboxLook ChartLook(ChartOrientation orientation) {
     ListboxLook look{ListFont()};
     look.mirrorColumns = orientation.leftHanded;
@@ -122,7 +136,7 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         return PaintNotesText(g, l.Cell(row, column), column, x, y);
     };
     const QPoint origin = SheetRect().topLeft();
-    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
+    painter.fillRect(QRect(QPoint(0, 0), SheetSize(sheet)), Qt::white);
     painter.save();
     painter.translate(Place("Label4").topLeft() - origin);
     PaintLabel(painter, "Label4");
@@ -131,14 +145,15 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
-        PaintListbox(painter, isChart ? *chart : *notes, Place(name).size(),
+        PaintListbox(painter, isChart ? *chart : *notes,
+                     Place(name).size() + QSize(0, isChart ? 0 : ExtraNotesHeight(sheet)),
                      isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
         painter.restore();
     }
 }
 
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation) {
-    QImage image(SheetSize() * scale, QImage::Format_RGB32);
+    QImage image(SheetSize(sheet) * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);

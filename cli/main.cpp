@@ -11,6 +11,7 @@
 #include "cli/names.h"
 #include "cli/notenames.h"
 #include "cli/options.h"
+#include "cli/playback.h"
 #include "cli/scalesheet.h"
 #include "cli/spelling.h"
 #include "cli/writers.h"
@@ -90,7 +91,23 @@ void Export(const cli::Options &typed, ChartController &chart) {
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
-    const bool files = options.png || options.svg || options.pdf || options.book;
+    std::vector<int> octaves = cli::DefaultOctaves(sheet.openNotes);
+    if (options.octaves)
+        octaves = cli::ParseOctaves(*options.octaves, static_cast<int>(sheet.StringCount()));
+    std::string wav, midi;
+    if (options.wav || options.midi) {
+        const auto events =
+            scale ? cli::ScaleEvents(english, *scale, octaves) : cli::ChordEvents(english, octaves);
+        if (options.wav)
+            wav = cli::WavFile(events);
+        if (options.midi)
+            midi = cli::MidiFile(events);
+    } else if (options.octaves) {
+        throw cli::BadInput("--octaves goes with --wav or --midi");
+    }
+
+    const bool files =
+        options.png || options.svg || options.pdf || options.book || options.wav || options.midi;
     if (options.text || options.tsv || options.describe || options.output || !files) {
         const std::string text = options.tsv ? cli::ChartTsv(sheet)
                                  : options.describe
@@ -107,6 +124,10 @@ void Export(const cli::Options &typed, ChartController &chart) {
         cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
     if (options.pdf)
         cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
+    if (options.wav)
+        cli::WriteTextFile(QString::fromStdString(*options.wav), wav);
+    if (options.midi)
+        cli::WriteTextFile(QString::fromStdString(*options.midi), midi);
     if (options.book)
         cli::WriteBook(
             QString::fromStdString(*options.book),

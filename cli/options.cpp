@@ -115,6 +115,17 @@ const OptionSpec kOptions[] = {
     {"--pdf", "", V::File, "FILE", S::Output, true,
      "chart and notes table as a one-page PDF",
      [](O &o, T v) { o.pdf = v; }, nullptr},
+    {"--wav", "", V::File, "FILE", S::Output, true,
+     "the chord strummed from the first string to the last, then\nnote by note, in its first fingering; a --scale up and\n"
+     "down: a plucked string, 44.1 kHz 16-bit mono WAV",
+     [](O &o, T v) { o.wav = v; }, nullptr},
+    {"--midi", "", V::File, "FILE", S::Output, true,
+     "the same notes as a Standard MIDI File (type 0, steel-\nstring guitar programme)",
+     [](O &o, T v) { o.midi = v; }, nullptr},
+    {"--octaves", "", V::List, "LIST", S::Output, false,
+     "the octave 0..8 of each open string for --wav and --midi.\nDefault: the first string in octave 3, each next one the\n"
+     "nearest note at or above the one before (D A D: 3,3,4 is\nD3 A3 D4; D A D G: 3,3,4,4)",
+     [](O &o, T v) { o.octaves = v; }, nullptr},
     {"--book", "", V::File, "FILE.pdf", S::Output, true,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
      [](O &o, T v) { o.book = v; }, nullptr},
@@ -166,9 +177,10 @@ const OptionSpec kOptions[] = {
 std::vector<std::string> ChartOutputs(const Options &o) {
     std::vector<std::string> given;
     const std::pair<bool, const char *> outputs[] = {
-        {o.text, "--text"},           {o.tsv, "--tsv"},        {o.describe, "--describe"},
-        {bool(o.output), "--output"}, {bool(o.png), "--png"},  {bool(o.svg), "--svg"},
-        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}};
+        {o.text, "--text"},           {o.tsv, "--tsv"},         {o.describe, "--describe"},
+        {bool(o.output), "--output"}, {bool(o.png), "--png"},   {bool(o.svg), "--svg"},
+        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}, {bool(o.wav), "--wav"},
+        {bool(o.midi), "--midi"}};
     for (const auto &[on, name] : outputs)
         if (on)
             given.push_back(name);
@@ -351,6 +363,7 @@ Examples:
   varnock-chart --scale dorian --root D --png d-dorian.png
   varnock-chart --modes --frets "Diatonic with 6+"
   varnock-chart --names german --root Fis --chord m
+  varnock-chart --root D --wav d.wav --midi d.mid --octaves 3,3,4
   varnock-chart --identify D,F#,A --spelling flats
   varnock-chart --frets Chromatic --identify-frets 0,2,4
 )";

@@ -25,6 +25,7 @@ struct Options {
     bool tsv = false;
     std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
+    std::optional<std::string> wav, midi, octaves; // the sound of the chord or scale
     int scale = 1;
     std::optional<std::string> scaleName; // a scale in place of the chord
     bool modes = false;                   // the modes each string plays

@@ -196,11 +196,11 @@ void CheckCombinations(const Options &o) {
     const char *answer = o.identify        ? "--identify"
                          : o.identifyFrets ? "--identify-frets"
                                            : "--modes";
+    if (o.scaleName && (o.identify || o.identifyFrets || o.modes))
+        throw BadInput("--scale draws a chart and does not combine with " + std::string(answer));
     if ((o.identify || o.identifyFrets || o.modes) && !outputs.empty())
         throw BadInput(std::string(answer) + " prints text only and does not combine with " +
                        outputs[0]);
-    if (o.scaleName && (o.identify || o.identifyFrets || o.modes))
-        throw BadInput("--scale draws a chart and does not combine with " + std::string(answer));
     if (o.scaleName && (o.chord || o.spelling || o.book))
         throw BadInput(std::string("--scale shows a scale spelled by its degrees in place of a "
                                    "chord and does not combine with ") +

@@ -5,8 +5,6 @@
 #include "cli/names.h"
 #include "model/catalogue.h"
 
-#include <stdexcept>
-
 namespace varnock::cli {
 
 const Scale &ResolveScale(const std::string &name) {
@@ -22,14 +20,13 @@ const Scale &ResolveScale(const std::string &name) {
 }
 
 ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::string &root) {
-    std::vector<std::string> names;
-    try {
-        names = SpellScale(root, scale);
-    } catch (const std::invalid_argument &) {
+    // Read by the catalogue, so every spelling it takes ("Cx", "E\u266D") works.
+    const auto written = catalogue::ParseWritten(root);
+    if (!written)
         throw BadInput("unknown root \"" + root +
                        "\"; accepted: " + std::string(catalogue::kNoteNameRule));
-    }
-    const int rootPitch = *catalogue::ParseNote(root);
+    const std::vector<std::string> names = SpellScale(catalogue::Format(*written), scale);
+    const int rootPitch = written->Index();
     const Board frets = BoardFor(static_cast<int>(board.mode), board.openNotes);
 
     ChartSheet out = board;

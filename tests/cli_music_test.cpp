@@ -147,6 +147,7 @@ TEST(MusicCommand, ScalesSpelledByDegreeOnTheBoard) {
         {Args({"--scale", "Minor Pentatonic", "--root", "a"}), "A C D E G"},
         {Args({"--scale", "min-pent", "--root", "E"}), "E G A B D"},
         {Args({"--scale", "blues", "--root", "A"}), "A C D Eb E G"},
+        {Args({"--scale", "lydian", "--root", "Cx"}), "C## D## E## F### G## A## B##"},
         {Args({"--scale", "harmonic minor", "--root", "B\u266D"}), "Bb C Db Eb F Gb A"},
         {Args({"--names", "german", "--scale", "major", "--root", "Fis"}),
          "Fis Gis Ais H Cis Dis Eis"},

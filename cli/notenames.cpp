@@ -51,7 +51,12 @@ std::string NameWords(const std::string &words, NameSystem system) {
         const bool stop = word.ends_with('.');
         if (stop)
             word.pop_back();
-        out += (start ? " " : "") + Name(word, system) + (stop ? "." : "");
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        if (start)
+            out += ' ';
+        out += Name(word, system);
+        if (stop)
+            out += '.';
         start = end + 1;
     }
     return out;

@@ -249,8 +249,9 @@ std::string NameSystemLines() {
         std::string name(info.name);
         if (&info == &cat::kNameSystems.front())
             name += " (default)";
-        out += (out.empty() ? "" : "\n") + name + std::string(19 - name.size(), ' ') +
-               std::string(info.example);
+        if (!out.empty())
+            out += '\n';
+        out += name + std::string(19 - name.size(), ' ') + std::string(info.example);
     }
     return out;
 }

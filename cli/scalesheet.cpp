@@ -60,7 +60,9 @@ ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::st
             out.extraNotes.push_back(names[i]);
         out.notesRows[i / kColumns][i % kColumns] = names[i];
         std::string &heading = out.notesHeadings[i % kColumns];
-        heading += (heading.empty() ? "" : " / ") + scale.degrees[i];
+        if (!heading.empty())
+            heading += " / ";
+        heading += scale.degrees[i];
     }
     return out;
 }

@@ -48,6 +48,15 @@ std::optional<Color> ChartTextColor(const std::string &text, const std::string &
     return std::nullopt;
 }
 
+std::optional<Color> ScaleTextColor(const std::string &text,
+                                    const std::vector<std::string> &notes) {
+    constexpr std::size_t kChordColors = std::size(colors::kNote);
+    for (std::size_t i = 0; i < notes.size() && !text.empty(); ++i)
+        if (notes[i] == text && i < kChordColors + std::size(colors::kScaleNote))
+            return i < kChordColors ? colors::kNote[i] : colors::kScaleNote[i - kChordColors];
+    return std::nullopt;
+}
+
 std::optional<Color> NotesTextColor(Int column) {
     if (column >= 0 && column <= 3)
         return colors::kNote[column];

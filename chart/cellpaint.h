@@ -9,6 +9,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace varnock {
 
@@ -22,6 +23,9 @@ inline constexpr Color kFrameDark = 0x999999;
 inline constexpr Color kFrameLight = 0xF0F0F0;
 // The chord's notes, root first; the notes table uses them as the legend.
 inline constexpr Color kNote[4] = {0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000};
+// A scale's fifth to seventh notes: dark enough on the green and grey tiles,
+// and far in hue from the root's green and from each other.
+inline constexpr Color kScaleNote[3] = {0xC05800, 0x007A7A, 0x6A2C91};
 } // namespace colors
 
 enum class Fill { None, Flat, Gradient };
@@ -47,6 +51,10 @@ Color GradientColor(Color top, Color bottom, Int y, Int height);
 std::optional<Color> ChartTextColor(const std::string &text, const std::string &note1,
                                     const std::string &note2, const std::string &note3,
                                     const std::string &note4);
+
+// A scale's text colour in either table: the colour of the note's place among
+// `notes` (root first), the four chord colours then the scale's three.
+std::optional<Color> ScaleTextColor(const std::string &text, const std::vector<std::string> &notes);
 
 // The notes table's text colour, by column alone.
 std::optional<Color> NotesTextColor(Int column);

@@ -23,6 +23,9 @@ struct ChartSheet {
     // Note1..Note4: the chord's names in formula order, the keys of the
     // chart's text colours; "" in a slot the chord does not reach.
     std::array<std::string, 4> notes;
+    // A scale's notes past the fourth, in order: keys of further colours. The
+    // program's chords never have any.
+    std::vector<std::string> extraNotes;
     std::vector<int> openNotes;      // the open note index of each string, Bass first
     int root = 0;                    // the root's note index
     Int chordType = 0;               // index of the chord type, -1 for none

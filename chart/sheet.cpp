@@ -73,6 +73,20 @@ QSize SheetSize() {
     return SheetRect().size();
 }
 
+namespace {
+
+// The notes table's rows beyond the one the window has room for, in pixels.
+int ExtraNotesHeight(const ChartSheet &sheet) {
+    const int rows = static_cast<int>(sheet.notesRows.size());
+    return rows > 1 ? (rows - 1) * static_cast<int>(ControlByName("Listbox2").rowHeight) : 0;
+}
+
+} // namespace
+
+QSize SheetSize(const ChartSheet &sheet) {
+    return SheetSize() + QSize(0, ExtraNotesHeight(sheet));
+}
+
 ListboxLook ChartLook(ChartOrientation orientation) {
     ListboxLook look{ListFont()};
     look.mirrorColumns = orientation.leftHanded;
@@ -82,14 +96,32 @@ ListboxLook ChartLook(ChartOrientation orientation) {
     return look;
 }
 
+namespace {
+
+// A scale's cell, in either table, in the colour of its note's place in the scale.
+bool PaintScaleText(Graphics &g, const std::string &text, const std::vector<std::string> &scale,
+                    Int x, Int y) {
+    const auto color = ScaleTextColor(text, scale);
+    if (!color)
+        return false;
+    g.ForeColor(*color);
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
+}
+
+} // namespace
+
 void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
     chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
         PaintTile(g, ChartFillRule(row, column, l.ListCount()));
         return false;
     };
-    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                    Int y) {
+    const std::vector<std::string> scale = sheet.ChordNotes();
+    chart->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
+                                            Int x, Int y) {
+        if (!sheet.extraNotes.empty())
+            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
     };
     const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
@@ -97,11 +129,14 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
+    notes->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
+                                            Int x, Int y) {
+        if (!sheet.extraNotes.empty())
+            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintNotesText(g, l.Cell(row, column), column, x, y);
     };
     const QPoint origin = SheetRect().topLeft();
-    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
+    painter.fillRect(QRect(QPoint(0, 0), SheetSize(sheet)), Qt::white);
     painter.save();
     painter.translate(Place("Label4").topLeft() - origin);
     PaintLabel(painter, "Label4");
@@ -110,14 +145,15 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
-        PaintListbox(painter, isChart ? *chart : *notes, Place(name).size(),
+        PaintListbox(painter, isChart ? *chart : *notes,
+                     Place(name).size() + QSize(0, isChart ? 0 : ExtraNotesHeight(sheet)),
                      isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
         painter.restore();
     }
 }
 
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation) {
-    QImage image(SheetSize() * scale, QImage::Format_RGB32);
+    QImage image(SheetSize(sheet) * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);

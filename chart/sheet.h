@@ -28,6 +28,9 @@ QFont LabelFont();
 
 // The chart at the origin; the rest where the window has it relative to the chart.
 QSize SheetSize();
+// The same with room for every row of the sheet's notes table: a scale's
+// seven notes take two rows of four, the program's chords one.
+QSize SheetSize(const ChartSheet &sheet);
 // The chart's look for PaintListbox under an orientation.
 ListboxLook ChartLook(ChartOrientation orientation);
 void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation = {});

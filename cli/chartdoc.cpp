@@ -52,7 +52,8 @@ std::string ChartTsv(const ChartSheet &sheet) {
     return out;
 }
 
-std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst) {
+std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst,
+                         catalogue::NameSystem names) {
     SheetFacts facts;
     facts.layoutName = LayoutName(sheet.mode);
     facts.strings = static_cast<int>(sheet.StringCount());
@@ -68,6 +69,19 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
         facts.fretNames.push_back(labels[p].empty() ? sheet.headings.at(p) : labels[p]);
     facts.cells.assign(sheet.rows.begin() + 1, sheet.rows.end());
     facts.lastStringFirst = lastStringFirst;
+    if (sheet.chordType < 0 && !sheet.extraNotes.empty())
+        facts.kind = "Scale";
+    const auto name = [names](std::string &note) {
+        note = catalogue::Translate(note, catalogue::NameSystem::English, names);
+    };
+    std::for_each(facts.tuning.begin(), facts.tuning.end(), name);
+    std::for_each(facts.notes.begin(), facts.notes.end(), name);
+    for (auto &row : facts.cells)
+        std::for_each(row.begin(), row.end(), name);
+    const auto blank = facts.chordTitle.find(' ');
+    std::string root = facts.chordTitle.substr(0, blank);
+    name(root);
+    facts.chordTitle = root + facts.chordTitle.substr(blank);
     return Describe(facts);
 }
 

@@ -6,6 +6,7 @@
 #include "chart/chartsheet.h"
 #include "chart/sheet.h"
 #include "cli/degrees.h"
+#include "model/catalogue.h"
 
 #include <string>
 #include <vector>
@@ -27,8 +28,10 @@ std::string ChartTsv(const ChartSheet &sheet);
 
 // The chart in sentences for a screen reader: the instrument, the chord,
 // then each string, the last one first when `lastStringFirst`; each
-// position also by its fret name in the layout. The sheet comes spelled.
-std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst);
+// position also by its fret name in the layout. The sheet comes spelled, in
+// English names; the sentences name the notes in `names`.
+std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst,
+                         catalogue::NameSystem names = catalogue::NameSystem::English);
 
 // A short title such as "D 7 - Chromatic, 4 strings D A D G".
 std::string ChartTitle(const ChartSheet &sheet);

@@ -34,7 +34,7 @@ std::string Describe(const SheetFacts &facts) {
                        std::to_string(facts.cells.size()) + " rows");
     std::string out = facts.layoutName + " fretboard, " + std::to_string(facts.strings) +
                       " strings tuned " + Join(facts.tuning, " ") + ".\n";
-    out += "Chord: " + facts.chordTitle;
+    out += facts.kind + ": " + facts.chordTitle;
     if (!facts.notes.empty())
         out += ", notes " + InWords(facts.notes) + " (root " + facts.notes[0] + ")";
     out += ".\n";

@@ -11,7 +11,8 @@ struct SheetFacts {
     std::string layoutName;                      // as in the layout popup, e.g. "Diatonic"
     int strings = 0;                             // 3 or 4
     std::vector<std::string> tuning;             // open note of each string, spelled
-    std::string chordTitle;                      // e.g. "D Maj"
+    std::string kind = "Chord";                  // or "Scale"
+    std::string chordTitle;                      // e.g. "D Maj", "D dorian"
     std::vector<std::string> notes;              // spelled, root first
     std::vector<std::string> fretNames;          // the layout's names of positions 0..22
     std::vector<std::vector<std::string>> cells; // per string, by position; "" where nothing

@@ -9,8 +9,12 @@
 #include "cli/diagram.h"
 #include "cli/errors.h"
 #include "cli/lookup.h"
+#include "cli/modes.h"
 #include "cli/names.h"
+#include "cli/notenames.h"
 #include "cli/options.h"
+#include "cli/playback.h"
+#include "cli/scalesheet.h"
 #include "cli/spelling.h"
 #include "cli/voicings.h"
 #include "cli/writers.h"
@@ -46,10 +50,15 @@ class ExportChart : public ChartController {
     iniClass *settings_;
 };
 
-void Export(const cli::Options &options, ChartController &chart) {
-    // Every value is checked before anything is printed or written.
+void Export(const cli::Options &typed, ChartController &chart) {
+    // Every value is checked before anything is printed or written. Inside,
+    // notes go by their English names; the chosen system is read here and
+    // written by every output.
+    const cli::NameSystem names = cli::ResolveNames(typed.names);
+    const cli::Options options = cli::InEnglish(typed, names);
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
+    const cli::Scale *scale = options.scaleName ? &cli::ResolveScale(*options.scaleName) : nullptr;
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -77,22 +86,52 @@ void Export(const cli::Options &options, ChartController &chart) {
                 throw cli::BadInput("--identify-frets: " + std::string(e.what()));
             }
         }
-        std::cout << (options.identify
-                          ? cli::IdentifyText(identify, spelling, cli::SplitList(*options.identify))
-                          : cli::IdentifyFretsText(chart.Sheet(), frets, spelling))
+        std::cout << cli::NamedAnswer(options.identify
+                                          ? cli::IdentifyText(identify, spelling,
+                                                              cli::SplitList(*options.identify))
+                                          : cli::IdentifyFretsText(chart.Sheet(), frets, spelling),
+                                      names)
                   << std::flush;
         return;
     }
-    const ChartSheet spelled = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
-    const ChartSheet sheet = cli::WithCapo(spelled, capo);
+    if (options.modes) {
+        std::optional<std::string> root;
+        if (options.root)
+            root = cli::SpellingRoot(options.root);
+        std::cout << cli::ModesText(chart.Sheet(), root, names) << std::flush;
+        return;
+    }
+    const ChartSheet spelled =
+        scale ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
+              : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet english = cli::WithCapo(spelled, capo);
+    const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
-    const bool files = options.png || options.svg || options.pdf || options.book;
+    std::vector<int> octaves = cli::DefaultOctaves(sheet.openNotes);
+    if (options.octaves)
+        octaves = cli::ParseOctaves(*options.octaves, static_cast<int>(sheet.StringCount()));
+    std::string wav, midi;
+    if (options.wav || options.midi) {
+        const auto events =
+            scale ? cli::ScaleEvents(english, *scale, octaves) : cli::ChordEvents(english, octaves);
+        if (options.wav)
+            wav = cli::WavFile(events);
+        if (options.midi)
+            midi = cli::MidiFile(events);
+    } else if (options.octaves) {
+        throw cli::BadInput("--octaves goes with --wav or --midi");
+    }
+
+    const bool files =
+        options.png || options.svg || options.pdf || options.book || options.wav || options.midi;
     if (options.text || options.tsv || options.describe || options.output || !files) {
-        std::string text = options.voicings   ? cli::VoicingsText(spelled, fretNames, limits)
-                           : options.tsv      ? cli::ChartTsv(sheet)
-                           : options.describe ? cli::DescribeText(sheet, spelling, options.flip)
-                                              : cli::ChartText(sheet, orientation);
+        std::string text =
+            options.voicings
+                ? cli::NamedAnswer(cli::VoicingsText(spelled, fretNames, limits), names)
+            : options.tsv      ? cli::ChartTsv(sheet)
+            : options.describe ? cli::DescribeText(english, spelling, options.flip, names)
+                               : cli::ChartText(sheet, orientation);
         if (options.describe && capo > 0)
             text.insert(text.find('\n') + 1,
                         "Capo at position " + std::to_string(capo) + " (fret " +
@@ -122,6 +161,10 @@ void Export(const cli::Options &options, ChartController &chart) {
         if (options.pdf)
             cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
     }
+    if (options.wav)
+        cli::WriteTextFile(QString::fromStdString(*options.wav), wav);
+    if (options.midi)
+        cli::WriteTextFile(QString::fromStdString(*options.midi), midi);
     if (options.book && options.voicings) {
         cli::WriteFingeringBook(
             QString::fromStdString(*options.book),
@@ -134,7 +177,7 @@ void Export(const cli::Options &options, ChartController &chart) {
         for (cli::BookPart &part : book.parts)
             for (cli::BookChart &page : part.charts)
                 page.sheet = cli::WithCapo(page.sheet, capo);
-        cli::WriteBook(QString::fromStdString(*options.book), book);
+        cli::WriteBook(QString::fromStdString(*options.book), cli::Named(book, names));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include "chart/controls.h"
+#include "cli/scales.h"
 #include "model/catalogue.h"
 
 #include <algorithm>
@@ -21,8 +22,19 @@ std::vector<std::string> Layouts() {
 std::vector<std::string> StringCounts() {
     return {"3", "4"};
 }
-std::vector<std::string> Scales() {
-    return {"1", "2"};
+// The scales by name, then the PNG's pixel scales.
+std::vector<std::string> ScaleValues() {
+    std::vector<std::string> names;
+    for (const Scale &scale : Scales())
+        names.push_back(scale.name);
+    names.insert(names.end(), {"1", "2"});
+    return names;
+}
+std::vector<std::string> NameSystems() {
+    std::vector<std::string> names;
+    for (const cat::NameSystemInfo &info : cat::kNameSystems)
+        names.emplace_back(info.name);
+    return names;
 }
 std::vector<std::string> Spellings() {
     return {"sharps", "flats", "chord"};
@@ -77,6 +89,16 @@ const OptionSpec kOptions[] = {
     {"--chord", "", V::Word, "TYPE", S::Selection, false,
      "@CHORDS@; exactly so: M and m differ",
      [](O &o, T v) { o.chord = v; }, ChordNames},
+    {"--scale", "", V::Word, "NAME|1|2", S::Selection, false,
+     "a scale on --root in place of the chord: major (ionian),\ndorian, phrygian, lydian, mixolydian, natural minor\n"
+     "(aeolian, minor), locrian, harmonic minor, melodic minor,\nmajor pentatonic, minor pentatonic (min-pent), blues.\n"
+     "1 or 2 is the PNG's pixel scale instead (2 for print)",
+     [](O &o, T v) {
+         if (v == "1" || v == "2")
+             o.scale = v[0] - '0';
+         else
+             o.scaleName = v;
+     }, ScaleValues},
     {"--from-settings", "", V::None, "", S::Selection, false,
      "take layout, strings and tuning from the program's\nsettings file (read only); options given still win",
      [](O &o, T) { o.fromSettings = true; }, nullptr},
@@ -98,19 +120,23 @@ const OptionSpec kOptions[] = {
     {"--png", "", V::File, "FILE", S::Output, true,
      "chart and notes table as a PNG image",
      [](O &o, T v) { o.png = v; }, nullptr},
-    {"--scale", "", V::Word, "1|2", S::Output, false,
-     "pixel scale of the PNG (2 for print)",
-     [](O &o, T v) {
-         if (v != "1" && v != "2")
-             throw BadInput("unknown scale \"" + v + "\"; accepted: 1, 2");
-         o.scale = v[0] - '0';
-     }, Scales},
     {"--svg", "", V::File, "FILE", S::Output, true,
      "chart and notes table as SVG",
      [](O &o, T v) { o.svg = v; }, nullptr},
     {"--pdf", "", V::File, "FILE", S::Output, true,
      "chart and notes table as a one-page PDF",
      [](O &o, T v) { o.pdf = v; }, nullptr},
+    {"--wav", "", V::File, "FILE", S::Output, true,
+     "the chord strummed from the first string to the last, then\nnote by note, in its first fingering; a --scale up and\n"
+     "down: a plucked string, 44.1 kHz 16-bit mono WAV",
+     [](O &o, T v) { o.wav = v; }, nullptr},
+    {"--midi", "", V::File, "FILE", S::Output, true,
+     "the same notes as a Standard MIDI File (type 0, steel-\nstring guitar programme)",
+     [](O &o, T v) { o.midi = v; }, nullptr},
+    {"--octaves", "", V::List, "LIST", S::Output, false,
+     "the octave 0..8 of each open string for --wav and --midi.\nDefault: the first string in octave 3, each next one the\n"
+     "nearest note at or above the one before (D A D: 3,3,4 is\nD3 A3 D4; D A D G: 3,3,4,4)",
+     [](O &o, T v) { o.octaves = v; }, nullptr},
     {"--book", "", V::File, "FILE.pdf", S::Output, true,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
      [](O &o, T v) { o.book = v; }, nullptr},
@@ -125,6 +151,9 @@ const OptionSpec kOptions[] = {
      "sharps (default, as in the program), flats (\"A#\" is\n\"Bb\"), or chord: each note named by its degree above the\n"
      "root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)",
      [](O &o, T v) { o.spelling = v; }, Spellings},
+    {"--names", "", V::Word, "SYSTEM", S::Look, false,
+     "the note names read and written everywhere (--root,\n--tuning, --identify, the chart, the answers):\n@NAMES@",
+     [](O &o, T v) { o.names = v; }, NameSystems},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T) { o.leftHanded = true; }, nullptr},
@@ -165,6 +194,10 @@ const OptionSpec kOptions[] = {
      "positions below it empty and heads it \"capo\", the open-\nstring column shows what sounds there; fingerings,\n"
      "--identify-frets and --describe count from it (0 is the\ncapo)",
      [](O &o, T v) { o.capo = v; }, nullptr},
+    {"--modes", "", V::None, "", S::Naming, false,
+     "the seven modes (ionian .. locrian) each string plays from\nits open note, or from --root, with every note on the\n"
+     "layout's frets, and where: by position and fret name",
+     [](O &o, T) { o.modes = true; }, nullptr},
 
     {"--version", "", V::None, "", S::Other, false,
      "the version, the same as the program's",
@@ -179,9 +212,10 @@ const OptionSpec kOptions[] = {
 std::vector<std::string> ChartOutputs(const Options &o) {
     std::vector<std::string> given;
     const std::pair<bool, const char *> outputs[] = {
-        {o.text, "--text"},           {o.tsv, "--tsv"},        {o.describe, "--describe"},
-        {bool(o.output), "--output"}, {bool(o.png), "--png"},  {bool(o.svg), "--svg"},
-        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}};
+        {o.text, "--text"},           {o.tsv, "--tsv"},         {o.describe, "--describe"},
+        {bool(o.output), "--output"}, {bool(o.png), "--png"},   {bool(o.svg), "--svg"},
+        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}, {bool(o.wav), "--wav"},
+        {bool(o.midi), "--midi"}};
     for (const auto &[on, name] : outputs)
         if (on)
             given.push_back(name);
@@ -191,20 +225,34 @@ std::vector<std::string> ChartOutputs(const Options &o) {
 void CheckCombinations(const Options &o) {
     if (o.text + o.tsv + o.describe > 1)
         throw BadInput("--text, --tsv and --describe exclude each other");
-    if (o.identify && o.identifyFrets)
-        throw BadInput("--identify and --identify-frets exclude each other");
+    if (bool(o.identify) + bool(o.identifyFrets) + o.modes > 1)
+        throw BadInput("--identify, --identify-frets and --modes exclude each other");
     const std::vector<std::string> outputs = ChartOutputs(o);
-    if ((o.identify || o.identifyFrets) && !outputs.empty())
-        throw BadInput(std::string(o.identify ? "--identify" : "--identify-frets") +
-                       " prints text only and does not combine with " + outputs[0]);
-    if (o.voicings && (o.tsv || o.describe || o.identify || o.identifyFrets))
+    const char *answer = o.identify        ? "--identify"
+                         : o.identifyFrets ? "--identify-frets"
+                                           : "--modes";
+    if (o.scaleName && (o.identify || o.identifyFrets || o.modes))
+        throw BadInput("--scale draws a chart and does not combine with " + std::string(answer));
+    if ((o.identify || o.identifyFrets || o.modes) && !outputs.empty())
+        throw BadInput(std::string(answer) + " prints text only and does not combine with " +
+                       outputs[0]);
+    if (o.scaleName && (o.chord || o.spelling || o.book))
+        throw BadInput(std::string("--scale shows a scale spelled by its degrees in place of a "
+                                   "chord and does not combine with ") +
+                       (o.chord      ? "--chord"
+                        : o.spelling ? "--spelling"
+                                     : "--book"));
+    if (o.voicings && (o.tsv || o.describe || o.identify || o.identifyFrets || o.modes))
         throw BadInput(
             std::string("--voicings does not combine with ") +
             (o.tsv        ? "--tsv"
              : o.describe ? "--describe"
+             : o.modes    ? "--modes"
              : o.identify ? "--identify"
                           : "--identify-frets") +
             "; it prints text (-o for a file) or diagrams (--png, --svg, --pdf, --book)");
+    if (o.voicings && o.scaleName)
+        throw BadInput("--voicings fingers a chord and does not combine with --scale");
     const std::pair<bool, const char *> limits[] = {{bool(o.reach), "--reach"},
                                                     {bool(o.highest), "--highest"},
                                                     {o.mutedOk, "--muted-ok"},
@@ -212,8 +260,9 @@ void CheckCombinations(const Options &o) {
     for (const auto &[given, name] : limits)
         if (given && !o.voicings)
             throw BadInput(std::string(name) + " goes with --voicings only");
-    if (o.capo && o.identify)
-        throw BadInput("--capo does not combine with --identify: note names have no frets");
+    if (o.capo && (o.identify || o.modes))
+        throw BadInput(std::string("--capo does not combine with ") + answer +
+                       (o.identify ? ": note names have no frets" : ""));
 }
 
 std::string Indented(std::string_view lines, std::size_t indent) {
@@ -247,6 +296,20 @@ std::string ChordList(std::size_t column) {
         line += (line.empty() ? "" : " ") + item;
     }
     return out + line;
+}
+
+// A line per name system: its name, then one octave from C in it.
+std::string NameSystemLines() {
+    std::string out;
+    for (const cat::NameSystemInfo &info : cat::kNameSystems) {
+        std::string name(info.name);
+        if (&info == &cat::kNameSystems.front())
+            name += " (default)";
+        if (!out.empty())
+            out += '\n';
+        out += name + std::string(19 - name.size(), ' ') + std::string(info.example);
+    }
+    return out;
 }
 
 } // namespace
@@ -334,6 +397,8 @@ cell painting as the program's window, without opening a window.
             std::string help(spec.help);
             if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
                 help.replace(at, 8, ChordList(kColumn));
+            if (const auto at = help.find("@NAMES@"); at != std::string::npos)
+                help.replace(at, 7, NameSystemLines());
             out += Indented(help, kColumn);
         }
     }
@@ -353,6 +418,10 @@ Examples:
   varnock-chart --root D --left-handed --flip --png lefty.png
   varnock-chart --root Bb --spelling chord
   varnock-chart --root D --describe
+  varnock-chart --scale dorian --root D --png d-dorian.png
+  varnock-chart --modes --frets "Diatonic with 6+"
+  varnock-chart --names german --root Fis --chord m
+  varnock-chart --root D --wav d.wav --midi d.mid --octaves 3,3,4
   varnock-chart --identify D,F#,A --spelling flats
   varnock-chart --frets Chromatic --identify-frets 0,2,4
   varnock-chart --root D --voicings --muted-ok --count 5

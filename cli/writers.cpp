@@ -56,8 +56,8 @@ void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation ori
     {
         QSvgGenerator svg;
         svg.setOutputDevice(&file);
-        svg.setSize(SheetSize());
-        svg.setViewBox(QRect(QPoint(0, 0), SheetSize()));
+        svg.setSize(SheetSize(sheet));
+        svg.setViewBox(QRect(QPoint(0, 0), SheetSize(sheet)));
         // The screen's 96 dpi, so the sizes on paper and the fonts match the PDF.
         svg.setResolution(kResolution);
         svg.setTitle(QString::fromStdString(ChartTitle(sheet)));
@@ -76,7 +76,7 @@ void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation ori
         QPdfWriter pdf(&file);
         SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
         // A page just the size of the sheet with a small margin.
-        const QSize size = SheetSize();
+        const QSize size = SheetSize(sheet);
         const int margin = 16;
         pdf.setPageSize(QPageSize(QSizeF((size.width() + 2 * margin) * 72.0 / kResolution,
                                          (size.height() + 2 * margin) * 72.0 / kResolution),

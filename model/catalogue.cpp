@@ -23,6 +23,23 @@ constexpr bool NotesAgree() {
 }
 static_assert(NotesAgree(), "a note name does not stand for its index");
 
+// Each system's help line names the twelve notes in order from C.
+constexpr bool SystemsAgree() {
+    for (const NameSystemInfo &info : kNameSystems) {
+        std::string_view line = info.example;
+        for (int n = 3; n < 15; ++n) {
+            const auto blank = line.find(' ');
+            if (ParseNote(line.substr(0, blank), info.system) != Mod12(n))
+                return false;
+            line = blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
+        }
+        if (!line.empty())
+            return false;
+    }
+    return true;
+}
+static_assert(SystemsAgree(), "a name system's example does not name the twelve notes");
+
 constexpr bool ChordTypesAgree() {
     for (std::size_t t = 0; t < kChordTypes.size(); ++t) {
         const ChordType &type = kChordTypes[t];
@@ -48,11 +65,44 @@ static_assert(ChordTypesAgree(), "a chord type's degrees do not match its formul
 
 } // namespace
 
-std::string Format(const WrittenNote &note) {
-    std::string name(1, kLetters[static_cast<std::size_t>(note.letter)]);
-    name.append(static_cast<std::size_t>(note.accidental < 0 ? -note.accidental : note.accidental),
-                note.accidental > 0 ? '#' : 'b');
+std::string Format(const WrittenNote &note, NameSystem system) {
+    const auto letter = static_cast<std::size_t>(note.letter);
+    const auto count =
+        static_cast<std::size_t>(note.accidental < 0 ? -note.accidental : note.accidental);
+    if (system == NameSystem::German) {
+        // H and its flat B; As, Es, Ases, Eses drop the "e" of the first ending.
+        if (letter == 1 && note.accidental == -1)
+            return "B";
+        std::string name(1, letter == 1 ? 'H' : kLetters[letter]);
+        std::string endings;
+        for (std::size_t i = 0; i < count; ++i)
+            endings += note.accidental > 0 ? "is" : "es";
+        if ((letter == 0 || letter == 4) && note.accidental < 0)
+            endings.erase(0, 1);
+        return name + endings;
+    }
+    std::string name = system == NameSystem::Latin ? std::string(kSyllables[letter])
+                                                   : std::string(1, kLetters[letter]);
+    name.append(count, note.accidental > 0 ? '#' : 'b');
     return name;
+}
+
+std::optional<NameSystem> FindNameSystem(std::string_view name) {
+    for (const NameSystemInfo &info : kNameSystems) {
+        bool same = info.name.size() == name.size();
+        for (std::size_t i = 0; same && i < name.size(); ++i)
+            same = detail::Upper(info.name[i]) == detail::Upper(name[i]);
+        if (same)
+            return info.system;
+    }
+    return std::nullopt;
+}
+
+std::string Translate(std::string_view text, NameSystem from, NameSystem to) {
+    const auto note = ParseWritten(text, from);
+    if (!note || from == to)
+        return std::string(text);
+    return Format(*note, to);
 }
 
 std::string SharpName(int index) {

@@ -51,9 +51,9 @@ struct Accidental {
 };
 inline constexpr std::array<Accidental, 7> kAccidentals = {{
     {"#", 1},
-    {"\u266F", 1},      // ♯
-    {"x", 2},           // double sharp as typed
-    {"\U0001D12A", 2},  // 𝄪
+    {"\u266F", 1},     // ♯
+    {"x", 2},          // double sharp as typed
+    {"\U0001D12A", 2}, // 𝄪
     {"b", -1},
     {"\u266D", -1},     // ♭
     {"\U0001D12B", -2}, // 𝄫
@@ -71,59 +71,150 @@ constexpr int Mod12(int n) {
 struct WrittenNote {
     int letter = 0;     // 0..6 for A..G
     int accidental = 0; // sharps positive, flats negative
-    constexpr int Index() const { return Mod12(kNaturals[static_cast<std::size_t>(letter)] + accidental); }
+    constexpr int Index() const {
+        return Mod12(kNaturals[static_cast<std::size_t>(letter)] + accidental);
+    }
     constexpr bool operator==(const WrittenNote &) const = default;
 };
 
-// A letter A-G in either case, then any number of accidentals of one
-// direction; also a menu item's "F# / Gb" when both halves name one note.
-// nullopt for anything else ("", "H", "C#b", " C", "C#m").
-constexpr std::optional<WrittenNote> ParseWritten(std::string_view text) {
+// The note names players grew up with. English: C D E F G A B with sharps and
+// flats (the program's own). German: H for B and B for Bb, sharps and flats
+// as endings (Fis, Es, As, Heses). Latin: Do Re Mi Fa Sol La Si, then sharps
+// and flats as in English.
+enum class NameSystem { English, German, Latin };
+
+struct NameSystemInfo {
+    NameSystem system;
+    std::string_view name;    // as --names takes it
+    std::string_view example; // one octave from C, as the help shows it
+    std::string_view rule;    // what a player may type, for messages
+};
+inline constexpr std::array<NameSystemInfo, 3> kNameSystems = {{
+    {NameSystem::English, "english", "C C# D Eb E F F# G Ab A Bb B", kNoteNameRule},
+    {NameSystem::German, "german", "C Cis D Es E F Fis G As A B H",
+     "C D E F G A H, then is for a sharp, es for a flat (Fis, Es, As), B for Bb"},
+    {NameSystem::Latin, "latin", "Do Do# Re Mib Mi Fa Fa# Sol Lab La Sib Si",
+     "Do Re Mi Fa Sol La Si, then sharps (#, \u266F, x for two) or flats (b, \u266D)"},
+}};
+
+// The letter (0..6 for A..G) each Latin syllable stands for, in letter order.
+inline constexpr std::array<std::string_view, 7> kSyllables = {"La", "Si", "Do", "Re",
+                                                               "Mi", "Fa", "Sol"};
+
+namespace detail {
+constexpr char Upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr bool StartsNoCase(std::string_view text, std::string_view prefix) {
+    if (text.size() < prefix.size())
+        return false;
+    for (std::size_t i = 0; i < prefix.size(); ++i)
+        if (Upper(text[i]) != Upper(prefix[i]))
+            return false;
+    return true;
+}
+// Sharps or flats after the letter; German also takes "is" and "es" endings.
+// nullopt for anything else or for both directions at once ("C#b" is a typo).
+constexpr std::optional<int> ReadAccidentals(std::string_view rest, bool endings) {
+    int up = 0, down = 0;
+    for (std::size_t i = 0; i < rest.size();) {
+        bool known = false;
+        if (endings && (StartsNoCase(rest.substr(i), "is") || StartsNoCase(rest.substr(i), "es"))) {
+            (Upper(rest[i]) == 'I' ? up : down) += Upper(rest[i]) == 'I' ? 1 : -1;
+            i += 2;
+            known = true;
+        }
+        for (const Accidental &a : kAccidentals) {
+            if (!known && rest.substr(i).starts_with(a.text)) {
+                (a.semitones > 0 ? up : down) += a.semitones;
+                i += a.text.size();
+                known = true;
+            }
+        }
+        if (!known)
+            return std::nullopt;
+    }
+    if (up != 0 && down != 0)
+        return std::nullopt;
+    return up + down;
+}
+} // namespace detail
+
+// A note in the chosen system: English a letter A-G in either case, then any
+// number of accidentals of one direction; German its letters and endings
+// (also "#" and "b" after the letter); Latin a syllable in any case, then
+// accidentals. Also a menu item's "F# / Gb" when both halves name one note.
+// nullopt for anything else ("", "H" in English, "C#b", " C", "C#m").
+constexpr std::optional<WrittenNote> ParseWritten(std::string_view text,
+                                                  NameSystem system = NameSystem::English) {
     if (const auto slash = text.find(" / "); slash != std::string_view::npos) {
-        const auto first = ParseWritten(text.substr(0, slash));
-        const auto second = ParseWritten(text.substr(slash + 3));
+        const auto first = ParseWritten(text.substr(0, slash), system);
+        const auto second = ParseWritten(text.substr(slash + 3), system);
         if (!first || !second || first->Index() != second->Index())
             return std::nullopt;
         return first;
     }
     if (text.empty())
         return std::nullopt;
-    char c = text[0];
-    if (c >= 'a' && c <= 'z')
-        c = static_cast<char>(c - 'a' + 'A');
-    const auto letter = kLetters.find(c);
-    if (letter == std::string_view::npos)
-        return std::nullopt;
-    int up = 0, down = 0;
-    for (std::size_t i = 1; i < text.size();) {
-        bool known = false;
-        for (const Accidental &a : kAccidentals) {
-            if (text.substr(i).starts_with(a.text)) {
-                (a.semitones > 0 ? up : down) += a.semitones;
-                i += a.text.size();
-                known = true;
-                break;
+    int letter = -1;
+    std::size_t length = 1;
+    int shift = 0;
+    if (system == NameSystem::Latin) {
+        for (std::size_t l = 0; l < kSyllables.size(); ++l)
+            if (detail::StartsNoCase(text, kSyllables[l])) {
+                letter = static_cast<int>(l);
+                length = kSyllables[l].size();
+            }
+    } else if (system == NameSystem::German) {
+        const char c = detail::Upper(text[0]);
+        if (c == 'H') {
+            letter = 1;
+        } else if (c == 'B') {
+            // B is already the flat of H and takes no ending of its own.
+            if (text.size() > 1)
+                return std::nullopt;
+            letter = 1;
+            shift = -1;
+        } else if (c >= 'A' && c <= 'G') {
+            letter = c - 'A';
+            // As and Es: the flat ending without its "e".
+            if ((c == 'A' || c == 'E') && text.size() > 1 && detail::Upper(text[1]) == 'S') {
+                length = 2;
+                shift = -1;
             }
         }
-        if (!known)
-            return std::nullopt;
+    } else {
+        const auto at = kLetters.find(detail::Upper(text[0]));
+        letter = at == std::string_view::npos ? -1 : static_cast<int>(at);
     }
-    // Mixed accidentals ("C#b") are a typo, not a way of writing a note.
-    if (up != 0 && down != 0)
+    if (letter < 0)
         return std::nullopt;
-    return WrittenNote{static_cast<int>(letter), up + down};
+    const auto accidental =
+        detail::ReadAccidentals(text.substr(length), system == NameSystem::German);
+    if (!accidental || (shift < 0 && *accidental > 0))
+        return std::nullopt;
+    return WrittenNote{letter, *accidental + shift};
 }
 
 // The note index a name stands for; nullopt where ParseWritten refuses it.
-constexpr std::optional<int> ParseNote(std::string_view text) {
-    const auto written = ParseWritten(text);
+constexpr std::optional<int> ParseNote(std::string_view text,
+                                       NameSystem system = NameSystem::English) {
+    const auto written = ParseWritten(text, system);
     if (!written)
         return std::nullopt;
     return written->Index();
 }
 
-// "C##", "Ebb": the letter and one '#' or 'b' per semitone.
-std::string Format(const WrittenNote &note);
+// The system of a --names value in any case; nullopt for none.
+std::optional<NameSystem> FindNameSystem(std::string_view name);
+
+// A note written in one system, written in another ("F#" in German is
+// "Fis"); the text unchanged when it is no note name in `from`.
+std::string Translate(std::string_view text, NameSystem from, NameSystem to);
+
+// "C##", "Ebb": the letter and one '#' or 'b' per semitone; German "Cisis",
+// "Heses", Latin "Do##", "Mibb".
+std::string Format(const WrittenNote &note, NameSystem system = NameSystem::English);
 
 // The model's name and the flat name of a note index, taken mod 12.
 std::string SharpName(int index);

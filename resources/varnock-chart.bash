@@ -82,7 +82,17 @@ _varnock_chart() {
             return 0
             ;;
         --scale)
-            _varnock_chart_offer "$cur" 1 2
+            _varnock_chart_offer "$cur" major dorian phrygian lydian mixolydian \
+                "natural minor" locrian "harmonic minor" "melodic minor" \
+                "major pentatonic" "minor pentatonic" blues 1 2
+            return 0
+            ;;
+        --names)
+            _varnock_chart_offer "$cur" english german latin
+            return 0
+            ;;
+        --octaves)
+            # One octave 0..8 per string: nothing to offer.
             return 0
             ;;
         --spelling)
@@ -109,7 +119,7 @@ _varnock_chart() {
             # Numbers and fret names: nothing to offer.
             return 0
             ;;
-        -o | --output | --png | --svg | --pdf | --book)
+        -o | --output | --png | --svg | --pdf | --book | --wav | --midi)
             compopt -o filenames 2>/dev/null
             local IFS=$'\n'
             COMPREPLY=($(compgen -f -- "$cur"))
@@ -120,9 +130,9 @@ _varnock_chart() {
     if [[ $cur == -* || -z $cur ]]; then
         _varnock_chart_offer "$cur" -h --help --version \
             --frets --strings --tuning --root --chord --from-settings \
-            --left-handed --flip --spelling \
-            --text --tsv -o --output --png --scale --svg --pdf \
-            --book --roots --chords --describe --identify --identify-frets \
+            --left-handed --flip --spelling --names --scale \
+            --text --tsv -o --output --png --svg --pdf --wav --midi --octaves \
+            --book --roots --chords --describe --identify --identify-frets --modes \
             --voicings --reach --highest --muted-ok --count --capo
     fi
     return 0

@@ -216,7 +216,7 @@ TEST(ChartExport, NamesResolveAsTheMenusHaveThemOrAreRefusedWithTheAcceptedOnes)
         }
     }
     for (const std::vector<std::string> &bad :
-         {std::vector<std::string>{"--scale", "3"}, {"--chord"}, {"--bogus"}})
+         {std::vector<std::string>{"--scale", "-3"}, {"--chord"}, {"--bogus"}})
         EXPECT_THROW(cli::ParseArguments(bad), cli::BadInput) << bad[0];
     EXPECT_EQ(cli::ParseArguments({"--root=Gb"}).root, "Gb");
 }

@@ -2,6 +2,7 @@
 // measured from the samples.
 
 #include "cli/sound.h"
+#include "sound_support.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include <string>
 
 using namespace varnock::cli;
+using testsupport::MeasuredFrequency;
 
 namespace {
 
@@ -28,35 +30,6 @@ std::uint32_t Be(const std::vector<std::uint8_t> &b, std::size_t at, int bytes) 
 
 std::string Text(const std::vector<std::uint8_t> &b, std::size_t at) {
     return std::string(b.begin() + static_cast<long>(at), b.begin() + static_cast<long>(at) + 4);
-}
-
-// The frequency whose period best repeats in a window of the samples:
-// normalised autocorrelation, the first peak near the highest, refined by a
-// parabola through its neighbours.
-double MeasuredFrequency(const std::vector<std::int16_t> &s, std::size_t from, std::size_t size) {
-    const int minLag = kSampleRate / 2000, maxLag = kSampleRate / 60;
-    std::vector<double> r(maxLag + 2, 0);
-    for (int lag = minLag - 1; lag <= maxLag + 1; ++lag) {
-        double sum = 0, e1 = 0, e2 = 0;
-        for (std::size_t i = from; i < from + size; ++i) {
-            const double a = s.at(i), b = s.at(i + static_cast<std::size_t>(lag));
-            sum += a * b;
-            e1 += a * a;
-            e2 += b * b;
-        }
-        r[lag] = sum / std::sqrt(e1 * e2 + 1e-9);
-    }
-    double best = 0;
-    for (int lag = minLag; lag <= maxLag; ++lag)
-        best = std::max(best, r[lag]);
-    for (int lag = minLag; lag <= maxLag; ++lag) {
-        if (r[lag] >= 0.95 * best && r[lag] >= r[lag - 1] && r[lag] >= r[lag + 1]) {
-            const double shift =
-                0.5 * (r[lag - 1] - r[lag + 1]) / (r[lag - 1] - 2 * r[lag] + r[lag + 1]);
-            return kSampleRate / (lag + shift);
-        }
-    }
-    return 0;
 }
 
 struct MidiEvent {

@@ -28,6 +28,49 @@ TEST(Catalogue, WrittenNamesComeBackAsWritten) {
     }
 }
 
+// Each system writes a note one way and reads it back; the rows hold the
+// spellings players know (German H, B, As, Es, Heses; Latin Sol, Sib).
+TEST(Catalogue, NameSystemsWriteAndReadTheirNames) {
+    using N = NameSystem;
+    const struct {
+        WrittenNote note;
+        N system;
+        std::string name;
+    } rows[] = {
+        {{1, 0}, N::German, "H"},    {{1, -1}, N::German, "B"},    {{1, -2}, N::German, "Heses"},
+        {{1, 1}, N::German, "His"},  {{0, -1}, N::German, "As"},   {{0, -2}, N::German, "Ases"},
+        {{4, -1}, N::German, "Es"},  {{4, -2}, N::German, "Eses"}, {{4, 1}, N::German, "Eis"},
+        {{2, -1}, N::German, "Ces"}, {{5, -1}, N::German, "Fes"},  {{5, 2}, N::German, "Fisis"},
+        {{0, 1}, N::German, "Ais"},  {{3, 0}, N::German, "D"},     {{6, 0}, N::Latin, "Sol"},
+        {{1, -1}, N::Latin, "Sib"},  {{2, 1}, N::Latin, "Do#"},    {{4, -2}, N::Latin, "Mibb"},
+        {{0, 0}, N::Latin, "La"},    {{3, 0}, N::Latin, "Re"},     {{5, 1}, N::English, "F#"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(Format(row.note, row.system), row.name);
+        EXPECT_EQ(ParseWritten(row.name, row.system), row.note) << row.name;
+    }
+}
+
+TEST(Catalogue, NameSystemsReadWhatPlayersType) {
+    using N = NameSystem;
+    const std::vector<std::tuple<std::string, N, std::optional<int>>> rows = {
+        {"fis", N::German, 9},    {"F#", N::German, 9},       {"b", N::German, 1},
+        {"h", N::German, 2},      {"es", N::German, 6},       {"as", N::German, 11},
+        {"Hes", N::German, 1},    {"Bes", N::German, {}},     {"Bis", N::German, {}},
+        {"Fises", N::German, {}}, {"X", N::German, {}},       {"sol#", N::Latin, 11},
+        {"SI", N::Latin, 2},      {"Ti", N::Latin, {}},       {"D", N::Latin, {}},
+        {"Fa♯", N::Latin, 9},     {"So", N::Latin, {}},       {"H", N::English, {}},
+        {"Do", N::English, {}},   {"Re / Mibb", N::Latin, 5},
+    };
+    for (const auto &[text, system, want] : rows)
+        EXPECT_EQ(ParseNote(text, system), want) << text;
+    EXPECT_EQ(FindNameSystem("German"), N::German);
+    EXPECT_EQ(FindNameSystem("solfege"), std::nullopt);
+    EXPECT_EQ(Translate("Bb", N::English, N::German), "B");
+    EXPECT_EQ(Translate("B", N::English, N::German), "H");
+    EXPECT_EQ(Translate("Notes", N::English, N::German), "Notes");
+}
+
 TEST(Catalogue, ChordNamesMatchExactly) {
     const std::vector<std::pair<std::string, std::optional<int>>> rows = {
         {"Maj", 0}, {"m", 3},     {"maj7", 2},  {"Dim7", 6},   {"7sus4", 31}, {"M", {}},

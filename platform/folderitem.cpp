@@ -3,12 +3,10 @@
 #include "platform/basic.h"
 #include "platform/textstream.h"
 
-#include <QByteArray>
-#include <QFile>
-#include <QStandardPaths>
-#include <QString>
-
+#include <cstdlib>
+#include <pwd.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace varnock {
 
@@ -58,26 +56,51 @@ FolderItem NotNil(const std::optional<FolderItem> &item) {
 }
 
 namespace {
-std::optional<FolderItem> Writable(QStandardPaths::StandardLocation location) {
-    // Asked afresh each time: the place follows HOME and the XDG variables as
-    // they are now.
-    const QString place = QStandardPaths::writableLocation(location);
-    if (place.isEmpty())
+
+// A variable's bytes as the environment holds them; nothing is decoded, so a
+// folder whose name is not valid UTF-8 is still that folder.
+std::optional<fs::path> FromEnvironment(const char *name) {
+    const char *value = std::getenv(name);
+    if (value == nullptr || *value == '\0')
         return std::nullopt;
-    // Back to the file system's own bytes, the way Qt read them from the
-    // environment.
-    const QByteArray native = QFile::encodeName(place);
-    return FolderItem(
-        fs::path(std::string(native.constData(), static_cast<std::size_t>(native.size()))));
+    return fs::path(value);
 }
+
+std::optional<fs::path> Home() {
+    if (std::optional<fs::path> home = FromEnvironment("HOME"))
+        return home;
+    // A session started without HOME still has the account's own folder.
+    if (const passwd *account = ::getpwuid(::getuid());
+        account != nullptr && account->pw_dir != nullptr && *account->pw_dir != '\0')
+        return fs::path(account->pw_dir);
+    return std::nullopt;
+}
+
+// The folder the variable names, or `fallback` in the home folder. Asked
+// afresh each time, so the place follows the environment as it is now. A
+// relative value is ignored, as the XDG base directory rules ask.
+std::optional<FolderItem> UserFolder(const char *variable, const fs::path &fallback) {
+    std::optional<fs::path> place = FromEnvironment(variable);
+    if (!place || place->is_relative()) {
+        const std::optional<fs::path> home = Home();
+        if (!home)
+            return std::nullopt;
+        place = *home / fallback;
+    }
+    fs::path folder = place->lexically_normal();
+    if (!folder.has_filename() && folder.has_relative_path())
+        folder = folder.parent_path();
+    return FolderItem(std::move(folder));
+}
+
 } // namespace
 
 std::optional<FolderItem> SpecialFolderApplicationData() {
-    return Writable(QStandardPaths::GenericDataLocation);
+    return UserFolder("XDG_DATA_HOME", fs::path(".local") / "share");
 }
 
 std::optional<FolderItem> SpecialFolderPreferences() {
-    return Writable(QStandardPaths::GenericConfigLocation);
+    return UserFolder("XDG_CONFIG_HOME", ".config");
 }
 
 } // namespace varnock

@@ -54,12 +54,13 @@ class FolderItem {
 FolderItem NotNil(const std::optional<FolderItem> &item);
 
 // The user's data folder (XDG data home, ~/.local/share by default), where the
-// settings folder lives. Nil when the platform names none.
+// settings folder lives. The environment's bytes are taken as they are, so a
+// name that is not UTF-8 is kept; a relative XDG value is ignored, and without
+// HOME the account's home folder stands in. Nil when there is no home at all.
 std::optional<FolderItem> SpecialFolderApplicationData();
 
 // The user's configuration folder (XDG config home, ~/.config by default),
-// where older versions kept the settings folder. Nil when the platform names
-// none.
+// where older versions kept the settings folder. Found the same way.
 std::optional<FolderItem> SpecialFolderPreferences();
 
 } // namespace varnock

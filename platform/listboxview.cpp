@@ -170,8 +170,11 @@ void PaintListbox(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
         for (Int column = 0; column < list.ColumnCount(); ++column)
             PaintCell(p, list, size, look, palette, row, column);
     if (look.focused) {
+        // The ring is an outline: the brush is still the window's background,
+        // which would cover the whole list.
         p.setClipping(false);
         p.setPen(QPen(palette.highlight().color(), 1));
+        p.setBrush(Qt::NoBrush);
         p.drawRect(QRect(QPoint(0, 0), size).adjusted(0, 0, -1, -1));
     }
     p.restore();

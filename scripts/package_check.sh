@@ -80,6 +80,9 @@ control_fields() {
     # Computed from the binaries by dpkg-shlibdeps.
     dpkg-deb -f "$deb" Depends | grep -q 'libqt6widgets6' ||
         { echo "Depends lacks the Qt libraries: $(dpkg-deb -f "$deb" Depends)"; return 1; }
+    # The labels' condensed face.
+    dpkg-deb -f "$deb" Depends | grep -q 'fonts-dejavu-extra' ||
+        { echo "Depends lacks fonts-dejavu-extra: $(dpkg-deb -f "$deb" Depends)"; return 1; }
 }
 check "control fields, dependencies from the binaries" control_fields
 

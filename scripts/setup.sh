@@ -7,7 +7,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages=(cmake g++ make qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev fonts-dejavu-core)
+# fonts-dejavu-extra: the condensed face the window's labels are set in.
+packages=(cmake g++ make qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev fonts-dejavu-core
+  fonts-dejavu-extra)
 # cpack -G DEB (dpkg-shlibdeps), lintian, the desktop entry and AppStream
 # validators, the manual page renderer, file for the icon sizes.
 check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file)

@@ -33,19 +33,20 @@ void BackdropCanvas::paintEvent(QPaintEvent *) {
 
 namespace {
 
-// "System" is whatever the desktop gives the application as its font.
-QFont SystemFont(int pointSize, bool bold) {
+// "System" is whatever the desktop gives the application as its font. Sizes
+// are the window's own pixels, as in the main window's lists and labels.
+QFont SystemFont(int pixelSize, bool bold) {
     QFont font = QApplication::font();
-    font.setPointSize(pointSize);
+    font.setPixelSize(pixelSize);
     font.setBold(bold);
     return font;
 }
 
-QLabel *MakeLabel(QWidget *parent, const QString &text, const QRect &geometry, int pointSize,
+QLabel *MakeLabel(QWidget *parent, const QString &text, const QRect &geometry, int pixelSize,
                   bool bold) {
     auto *label = new QLabel(text, parent);
     label->setGeometry(geometry);
-    label->setFont(SystemFont(pointSize, bold));
+    label->setFont(SystemFont(pixelSize, bold));
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(false);
     label->setTextInteractionFlags(Qt::NoTextInteraction);

@@ -4,11 +4,16 @@
 #include "support.h"
 
 #include <QPalette>
+#include <QTest>
 #include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
 
 using namespace varnock;
 using testsupport::CellRect;
 using testsupport::Grab;
+using testsupport::InkBox;
 using testsupport::OpenWindow;
 using testsupport::Pixel;
 
@@ -106,5 +111,167 @@ TEST(Pixels, ThreeStringsLeaveThePlainBackgroundBelowTheLastRow) {
     if (const char *dir = std::getenv("VARNOCK_SCREENSHOT_DIR")) {
         w->show();
         w->grab().save(QString::fromLocal8Bit(dir) + "/window.png");
+    }
+}
+
+namespace {
+
+// What the player does to a list: click a cell; Tab into the list from the
+// control before it; click a cell, then Down and Right; click a cell, then
+// Shift+Tab away from the list.
+enum class Act { Click, Tab, Arrows, ClickAway };
+constexpr int None = -1;
+
+struct Input {
+    const char *what;
+    Act act;
+    int list;
+    Int row, column;
+    // Afterwards: the list with the focus ring, and each list's selected row.
+    int ring;
+    Int selected[2];
+};
+
+// Three strings (room below the last row), A7: all four note colours.
+// clang-format off
+const Input kInputs[] = {
+    {"label row corner",        Act::Click,     Chart, 0, 0,  Chart, {0, None}},
+    {"note on a green row",     Act::Click,     Chart, 2, 6,  Chart, {2, None}},
+    {"last string, last fret",  Act::Click,     Chart, 3, 22, Chart, {3, None}},
+    {"below the last row",      Act::Click,     Chart, 4, 5,  Chart, {None, None}},
+    {"root",                    Act::Click,     Notes, 0, 0,  Notes, {None, 0}},
+    {"4th note",                Act::Click,     Notes, 0, 3,  Notes, {None, 0}},
+    {"Tab into the chart",      Act::Tab,       Chart, 0, 0,  Chart, {None, None}},
+    {"Tab into the notes",      Act::Tab,       Notes, 0, 0,  Notes, {None, None}},
+    {"arrows in the chart",     Act::Arrows,    Chart, 1, 3,  Chart, {2, None}},
+    {"arrows past the last row",Act::Arrows,    Chart, 3, 21, Chart, {3, None}},
+    {"arrows in the notes",     Act::Arrows,    Notes, 0, 1,  Notes, {None, 0}},
+    {"chart, then away",        Act::ClickAway, Chart, 1, 1,  None,  {1, None}},
+    {"notes, then the chart",   Act::ClickAway, Notes, 0, 2,  Chart, {None, 0}},
+};
+// clang-format on
+
+// The ink of the text: the list's own (black) and the four note colours.
+bool IsInk(unsigned color) {
+    for (unsigned ink : {0x000000u, 0x00AA00u, 0x0000BBu, 0xBB00BBu, 0xAA0000u})
+        if (color == ink)
+            return true;
+    return false;
+}
+
+// The selected row's look against the row unselected: the highlight lies
+// over every tile, the frame and the gradient past the text included, as a
+// tint that keeps apart the colours it covers, and the text's ink stays on
+// top of it. Counts the pixels that break this.
+int HighlightFaults(const QImage &selected, const QImage &plain, const std::vector<QRect> &row) {
+    int faults = 0;
+    for (const QRect &cell : row) {
+        std::map<unsigned, unsigned> tint, untint;
+        for (int y = cell.top(); y <= cell.bottom(); ++y)
+            for (int x = cell.left(); x <= cell.right(); ++x) {
+                const unsigned was = Pixel(plain, x, y), is = Pixel(selected, x, y);
+                if (IsInk(was)) {
+                    faults += is != was;
+                } else if (y == cell.top() || y == cell.bottom() || x > cell.right() - 6) {
+                    const unsigned to = tint.emplace(was, is).first->second;
+                    const unsigned from = untint.emplace(is, was).first->second;
+                    faults += is == was || to != is || from != was;
+                }
+            }
+    }
+    return faults;
+}
+
+} // namespace
+
+TEST(Pixels, ClicksTabsAndArrowsChangeOnlyTheFocusRingAndTheSelectedRow) {
+    const char *names[] = {"Listbox1", "Listbox2"};
+    for (const Input &in : kInputs) {
+        SCOPED_TRACE(in.what);
+        OpenWindow w;
+        w->PopupMenu2->SetListIndex(1);
+        w->show();
+        w->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(w.window.get()));
+        Listbox *lists[] = {w->Listbox1, w->Listbox2};
+        QWidget *views[] = {w->ControlView(names[0]), w->ControlView(names[1])};
+        ASSERT_FALSE(views[Chart]->hasFocus() || views[Notes]->hasFocus());
+        // Each list as it was, and with the row that will be selected
+        // selected through the list itself: the list's own highlight.
+        QImage before[2], want[2];
+        for (int l : {Chart, Notes}) {
+            before[l] = want[l] = Grab(views[l]);
+            if (in.selected[l] == None)
+                continue;
+            lists[l]->SetListIndex(in.selected[l]);
+            want[l] = Grab(views[l]);
+            lists[l]->SetListIndex(None);
+            std::vector<QRect> row;
+            for (Int c = 0; c < lists[l]->ColumnCount(); ++c)
+                row.push_back(CellRect(*w, lists[l], in.selected[l], c));
+            EXPECT_EQ(HighlightFaults(want[l], before[l], row), 0)
+                << names[l] << ": the selected row's painting is not kept under the highlight";
+        }
+
+        QWidget *view = views[in.list];
+        const QPoint cell = CellRect(*w, lists[in.list], in.row, in.column).center();
+        if (in.act == Act::Tab) {
+            QWidget *previous = in.list == Chart ? w->ControlView("PopupMenu7") : views[Chart];
+            previous->setFocus();
+            QTest::keyClick(previous, Qt::Key_Tab);
+        } else {
+            QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, cell);
+        }
+        if (in.act == Act::Arrows) {
+            QTest::keyClick(view, Qt::Key_Down);
+            QTest::keyClick(view, Qt::Key_Right);
+        }
+        if (in.act == Act::ClickAway)
+            QTest::keyClick(view, Qt::Key_Backtab, Qt::ShiftModifier);
+
+        for (int l : {Chart, Notes}) {
+            EXPECT_EQ(views[l]->hasFocus(), in.ring == l) << names[l];
+            EXPECT_EQ(lists[l]->ListIndex(), in.selected[l]) << names[l];
+            // Inside the frame every cell is as it was, the selected row as
+            // the list highlights it; the frame itself is the focus ring, in
+            // the highlight colour, or as it was.
+            const QImage after = Grab(views[l]);
+            const unsigned ring = views[l]->palette().highlight().color().rgb() & 0xFFFFFFu;
+            const QRect inner = after.rect().adjusted(1, 1, -1, -1);
+            int changed = 0, frameWrong = 0;
+            for (int y = 0; y < after.height(); ++y)
+                for (int x = 0; x < after.width(); ++x) {
+                    const unsigned got = Pixel(after, x, y);
+                    if (inner.contains(x, y))
+                        changed += got != Pixel(want[l], x, y);
+                    else
+                        frameWrong += got != (in.ring == l ? ring : Pixel(before[l], x, y));
+                }
+            EXPECT_EQ(changed, 0) << names[l] << ": pixels inside the frame that changed";
+            EXPECT_EQ(frameWrong, 0) << names[l] << ": frame pixels that are not the "
+                                     << (in.ring == l ? "focus ring" : "frame as it was");
+        }
+    }
+}
+
+TEST(Pixels, LabelsAreTheListsTwelvePixelBoldAndFitTheirWidth) {
+    // The ink of each label's text, within the label: left, top, width, height.
+    const struct {
+        const char *name;
+        QRect ink;
+    } labels[] = {
+        {"Label1", QRect(0, 4, 40, 10)}, // "Chord:"
+        {"Label2", QRect(0, 5, 34, 9)},  // "Frets:"
+        {"Label3", QRect(0, 4, 47, 13)}, // "Strings:", the widest, in its 49 pixels
+        {"Label4", QRect(0, 5, 39, 9)},  // "Notes:"
+    };
+    OpenWindow w;
+    const QImage window = Grab(w->centralWidget());
+    for (const auto &label : labels) {
+        const QWidget *view = w->ControlView(label.name);
+        EXPECT_EQ(view->font().pixelSize(), 12) << label.name;
+        EXPECT_TRUE(view->font().bold()) << label.name;
+        const QRect ink = InkBox(window, view->geometry()).translated(-view->pos());
+        EXPECT_EQ(ink, label.ink) << label.name;
     }
 }

@@ -14,7 +14,9 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace varnock;
 namespace fs = std::filesystem;
@@ -79,16 +81,45 @@ class LocationTest : public ::testing::Test {
 
 // ---------------------------------------------------------------- folder items
 
-TEST_F(LocationTest, SpecialFoldersFollowTheEnvironmentAsItIsNow) {
-    EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(data));
-    EXPECT_EQ(SpecialFolderPreferences(), FolderItem(config));
-    {
-        EnvVar noData("XDG_DATA_HOME", std::nullopt);
-        EnvVar noConfig("XDG_CONFIG_HOME", std::nullopt);
-        EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(home / ".local" / "share"));
-        EXPECT_EQ(SpecialFolderPreferences(), FolderItem(home / ".config"));
+// A byte that is not UTF-8, as a folder name may hold on Linux.
+const std::string kOdd = "d\xe9ta";
+
+TEST_F(LocationTest, SpecialFoldersAreTheEnvironmentsBytesAsTheyAreNow) {
+    // What each variable holds (nullopt: unset), and the folders that follow.
+    struct Case {
+        const char *what;
+        std::optional<std::string> home, data, config;
+        fs::path wantData, wantConfig;
+    };
+    const std::string r = root.Path().string();
+    const Case cases[] = {
+        {"both set", home.string(), data.string(), config.string(), data, config},
+        {"neither set", home.string(), std::nullopt, std::nullopt, home / ".local" / "share",
+         home / ".config"},
+        {"empty is unset", home.string(), "", "", home / ".local" / "share", home / ".config"},
+        {"relative is ignored", home.string(), "data", "./config", home / ".local" / "share",
+         home / ".config"},
+        {"trailing slashes", home.string(), r + "/data/", r + "//config//", data, config},
+        {"odd byte in the data folder", home.string(), r + "/" + kOdd, config.string(),
+         root.Path() / kOdd, config},
+        {"odd byte in the configuration folder", home.string(), data.string(), r + "/" + kOdd, data,
+         root.Path() / kOdd},
+        {"odd byte in the home folder", r + "/" + kOdd, std::nullopt, std::nullopt,
+         root.Path() / kOdd / ".local" / "share", root.Path() / kOdd / ".config"},
+    };
+    for (const Case &c : cases) {
+        EnvVar h("HOME", c.home), d("XDG_DATA_HOME", c.data), k("XDG_CONFIG_HOME", c.config);
+        EXPECT_EQ(NotNil(SpecialFolderApplicationData()).Path().native(), c.wantData.native())
+            << c.what;
+        EXPECT_EQ(NotNil(SpecialFolderPreferences()).Path().native(), c.wantConfig.native())
+            << c.what;
     }
-    EXPECT_EQ(SpecialFolderApplicationData(), FolderItem(data));
+    // Without HOME the account's own folder stands in.
+    EnvVar noHome("HOME", std::nullopt), noData("XDG_DATA_HOME", std::nullopt);
+    const passwd *account = getpwuid(getuid());
+    ASSERT_NE(account, nullptr);
+    EXPECT_EQ(NotNil(SpecialFolderApplicationData()).Path(),
+              fs::path(account->pw_dir) / ".local" / "share");
 }
 
 TEST_F(LocationTest, ChildIsNilOnlyForWhatCannotBeAName) {
@@ -171,6 +202,49 @@ TEST_F(LocationTest, SecondStartCopiesNothingEvenWhenTheOldFolderChanged) {
     myINI.reset();
     SetupINI();
     EXPECT_TRUE(fs::is_empty(newFolder));
+}
+
+TEST_F(LocationTest, FoldersWhoseNamesAreNotUtf8AreReadWrittenAndCopiedFromThemselves) {
+    // Folders under the scratch root: what the variables name (nullopt:
+    // unset), where the settings folder is found, and where it must end up.
+    struct Case {
+        const char *what;
+        std::optional<std::string> home, data, config;
+        fs::path found, used;
+    };
+    const fs::path oddHome = kOdd, oddShare = kOdd + "/.local/share";
+    const Case cases[] = {
+        {"data folder, new folder there", "home", kOdd, "config", kOdd, kOdd},
+        {"configuration folder, copied", "home", "data", kOdd, kOdd, "data"},
+        {"both, copied", "home", kOdd, "c\xff", "c\xff", kOdd},
+        {"home folder, copied", kOdd, std::nullopt, std::nullopt, oddHome / ".config", oddShare},
+    };
+    const auto under = [&](const std::optional<std::string> &name) {
+        return name ? std::optional<std::string>((root.Path() / *name).string()) : std::nullopt;
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        fs::remove_all(root.Path());
+        fs::create_directories(root.Path());
+        EnvVar h("HOME", under(c.home)), d("XDG_DATA_HOME", under(c.data)),
+            k("XDG_CONFIG_HOME", under(c.config));
+        const fs::path found = root.Path() / c.found / "HelmfordVarnock";
+        const fs::path used = root.Path() / c.used / "HelmfordVarnock";
+        WriteBytes(found / "Varnock.ini", "[Settings]\rFrets=2\r");
+        myINI.reset();
+        SetupINI();
+        EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{1}, std::string("2")));
+        myINI->SetPreference("Settings", "Frets", "1");
+        EXPECT_EQ(ReadBytes(used / "Varnock.ini"), "[Settings]\rFrets=1\r");
+        if (found != used) {
+            EXPECT_EQ(ReadBytes(found / "Varnock.ini"), "[Settings]\rFrets=2\r");
+        }
+        // No look-alike folder with U+FFFD in place of the byte.
+        for (const auto &entry : fs::recursive_directory_iterator(root.Path()))
+            EXPECT_EQ(entry.path().native().find("\xEF\xBF\xBD"), std::string::npos)
+                << entry.path();
+        EXPECT_TRUE(messages.texts.empty());
+    }
 }
 
 TEST_F(LocationTest, CopyMakesTheDataFolderWhenEvenThatIsMissing) {

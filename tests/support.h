@@ -178,4 +178,21 @@ inline unsigned Pixel(const QImage &image, int x, int y) {
     return image.pixel(x, y) & 0xFFFFFFu;
 }
 
+// The smallest box around the pixels of `area` that differ from its top-left
+// pixel: the ink of a text on a plain background. Empty when there is none.
+inline QRect InkBox(const QImage &image, const QRect &area) {
+    const unsigned paper = Pixel(image, area.left(), area.top());
+    QRect box;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            if (Pixel(image, x, y) != paper)
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
 } // namespace testsupport
+
+// Boxes read as x, y, width and height in a failed expectation.
+inline void PrintTo(const QRect &r, std::ostream *out) {
+    *out << "QRect(" << r.x() << ", " << r.y() << ", " << r.width() << ", " << r.height() << ")";
+}

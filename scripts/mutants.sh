@@ -66,9 +66,9 @@ faults=(
   'cli/names.cpp@@    for (const auto &[alias, name] : kChordAliases)@@    for (const auto &[name, alias] : kChordAliases)'
   'cli/spelling.cpp@@        note = respell(note);@@        note = note;'
   'cli/describe.cpp@@facts.lastStringFirst ? strings - 1 - k : k;@@k;'
-  'cli/degrees.cpp@@const int delta = cat::Mod12(offsets.semitones[i] - natural + 6) - 6;@@const int delta = cat::Mod12(offsets.semitones[i] - natural + 5) - 5;'
+  'cli/degrees.cpp@@        names.push_back(cat::Format({letter, root->accidental + delta}));@@        names.push_back(cat::Format({letter, delta}));'
   'cli/identify.cpp@@            else if ((mask & wanted) == wanted)@@            else if ((mask & wanted) != 0)'
-  'cli/chartdoc.cpp@@    if (orientation.flipped && rows.size() > 2)@@    if (orientation.flipped && rows.size() > 3)'
+  'cli/chartdoc.cpp@@        std::reverse(rows.begin() + 2, rows.end());@@        std::reverse(rows.begin() + 1, rows.end());'
 )
 
 # Replaces the one occurrence of $2 in file $1 by $3; fails unless there is exactly one.

@@ -23,10 +23,11 @@ struct ChartSheet {
     // Note1..Note4: the chord's names in formula order, the keys of the
     // chart's text colours; "" in a slot the chord does not reach.
     std::array<std::string, 4> notes;
-    std::vector<int> openNotes;      // the open note index of each string, Bass first
-    int root = 0;                    // the root's note index
-    Int chordType = 0;               // index of the chord type, -1 for none
-    std::string rootItem, chordItem; // the root and chord popups' texts
+    std::vector<int> openNotes;           // the open note index of each string, Bass first
+    std::vector<std::string> stringNames; // each string's open note by name, Bass first
+    int root = 0;                         // the root's note index
+    Int chordType = 0;                    // index of the chord type, -1 for none
+    std::string rootItem, chordItem;      // the root and chord popups' texts
 
     Int StringCount() const { return static_cast<Int>(openNotes.size()); }
     // The notes table's names in order, blanks left out.

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 
@@ -82,7 +83,21 @@ ListboxLook ChartLook(ChartOrientation orientation) {
     return look;
 }
 
-void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
+namespace {
+
+// The page's title band above the sheet and the names' column beside it.
+constexpr int kTitleHeight = 28;
+constexpr int kNamesWidth = 34;
+
+// Extra notes table rows below the window's one.
+int NotesExtra(const ChartSheet &sheet) {
+    return static_cast<int>(std::max<std::size_t>(sheet.notesRows.size(), 1) - 1) *
+           ControlByName("Listbox2").rowHeight;
+}
+
+// The lists and the label at the origin, the notes table grown by `notesExtra`.
+void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
+                int notesExtra) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
     chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
         PaintTile(g, ChartFillRule(row, column, l.ListCount()));
@@ -101,7 +116,6 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         return PaintNotesText(g, l.Cell(row, column), column, x, y);
     };
     const QPoint origin = SheetRect().topLeft();
-    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
     painter.save();
     painter.translate(Place("Label4").topLeft() - origin);
     PaintLabel(painter, "Label4");
@@ -110,10 +124,80 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
-        PaintListbox(painter, isChart ? *chart : *notes, Place(name).size(),
+        const QSize size = Place(name).size() + QSize(0, isChart ? 0 : notesExtra);
+        PaintListbox(painter, isChart ? *chart : *notes, size,
                      isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
         painter.restore();
     }
+}
+
+// Where the window's sheet stands on the page.
+QPoint SheetOrigin(ChartOrientation orientation) {
+    return QPoint(orientation.leftHanded ? 0 : kNamesWidth, kTitleHeight);
+}
+
+} // namespace
+
+void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
+    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
+    PaintLists(painter, sheet, orientation, 0);
+}
+
+QSize ChartPageSize(const ChartSheet &sheet) {
+    return SheetSize() + QSize(kNamesWidth, kTitleHeight + NotesExtra(sheet));
+}
+
+QRect ChartPageRow(const ChartSheet &sheet, Int row, ChartOrientation orientation) {
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    const QRect first =
+        ListboxCellPlace(*chart, Place("Listbox1").size(), row, 0, ChartLook(orientation));
+    const QRect whole(first.left(), first.top(), 0, first.height());
+    QRect r = whole;
+    for (Int c = 0; c < chart->ColumnCount(); ++c)
+        r = r.united(
+            ListboxCellPlace(*chart, Place("Listbox1").size(), row, c, ChartLook(orientation)));
+    return r.translated(SheetOrigin(orientation) + Place("Listbox1").topLeft() -
+                        SheetRect().topLeft());
+}
+
+QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientation) {
+    const QRect r = ChartPageRow(sheet, row, orientation);
+    const int left = orientation.leftHanded ? SheetSize().width() : 0;
+    return QRect(left, r.top(), kNamesWidth, r.height());
+}
+
+void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation) {
+    painter.fillRect(QRect(QPoint(0, 0), ChartPageSize(sheet)), Qt::white);
+    painter.save();
+    QFont font = ListFont();
+    font.setPixelSize(15);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextForceLeftToRight,
+                     QString::fromStdString(title));
+    painter.setFont(ListFont());
+    for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
+        const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
+        painter.fillRect(r.adjusted(2, 0, -2, 0), QColor(QRgb(colors::kOpenString)));
+        painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
+    }
+    painter.translate(SheetOrigin(orientation));
+    PaintLists(painter, sheet, orientation, NotesExtra(sheet));
+    painter.restore();
+}
+
+QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
+                       ChartOrientation orientation) {
+    QImage image(ChartPageSize(sheet) * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintChartPage(painter, sheet, title, orientation);
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
 }
 
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation) {

@@ -34,4 +34,17 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
 // At `scale` device pixels per sheet pixel, on white.
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation = {});
 
+// The sheet for paper: a title line above it, each string row headed by the
+// string's name on the open-string side, and a notes table as tall as the
+// sheet's notes rows (a second one holds the degrees).
+QSize ChartPageSize(const ChartSheet &sheet);
+void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation = {});
+QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
+                       ChartOrientation orientation = {});
+// Where PaintChartPage draws string row `row` (1 for the first string) of the
+// chart, and the name heading it.
+QRect ChartPageRow(const ChartSheet &sheet, Int row, ChartOrientation orientation = {});
+QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientation = {});
+
 } // namespace varnock

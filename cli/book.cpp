@@ -101,9 +101,9 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
     book.instrument = InstrumentTitle(chart.Sheet());
     for (std::size_t at = 0; at < roots.size(); ++at) {
         const int root = roots[at];
-        // The `at`th root as typed, or its sharp name where no names were given.
-        const std::string typed =
-            at < look.rootNames.size() ? look.rootNames[at] : catalogue::SharpName(root);
+        // The `at`th root as typed; "" where none was, so each chart names
+        // it as a player would.
+        const std::string typed = at < look.rootNames.size() ? look.rootNames[at] : "";
         BookPart part;
         // The menu's text, which names both spellings, unless one was chosen.
         switch (look.spelling) {
@@ -114,16 +114,15 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
             part.name = catalogue::FlatName(root);
             break;
         case Spelling::Chord:
-            part.name = typed;
+        case Spelling::Musician:
+            part.name = typed.empty() ? items::kRoots.at(static_cast<std::size_t>(root)) : typed;
             break;
         }
         chart.PopupMenu1->SetListIndex(root);
         for (const int chord : chords) {
             chart.PopupMenu2->SetListIndex(chord);
             ChartSheet sheet = Spell(chart.Sheet(), look.spelling, typed);
-            std::string title = look.spelling == Spelling::Sharps
-                                    ? ChordTitle(sheet)
-                                    : part.name + " " + sheet.chordItem;
+            std::string title = ChordTitle(sheet);
             part.charts.push_back({std::move(title), std::move(sheet)});
         }
         book.parts.push_back(std::move(part));

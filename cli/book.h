@@ -24,7 +24,7 @@ constexpr int kChartsPerPage = 4;
 // How the book shows its charts; by default as the program's window does.
 struct BookLook {
     ChartOrientation orientation;
-    Spelling spelling = Spelling::Sharps;
+    Spelling spelling = Spelling::Musician;
     // The roots as typed, one per root, for the Chord spelling.
     std::vector<std::string> rootNames;
 };

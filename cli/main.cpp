@@ -47,6 +47,7 @@ void Export(const cli::Options &options, ChartController &chart) {
     // Every value is checked before anything is printed or written.
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
+    const cli::Paper paper = cli::ResolvePaper(options.paper);
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -66,10 +67,13 @@ void Export(const cli::Options &options, ChartController &chart) {
                   << std::flush;
         return;
     }
-    const ChartSheet sheet = cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+    const ChartSheet sheet =
+        cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
+                   options.tuning ? cli::SplitList(*options.tuning) : std::vector<std::string>{});
     const ChartOrientation orientation{options.leftHanded, options.flip};
 
-    const bool files = options.png || options.svg || options.pdf || options.book;
+    const bool files =
+        options.png || options.svg || options.pdf || options.book || options.windowImage;
     if (options.text || options.tsv || options.describe || options.output || !files) {
         const std::string text = options.tsv ? cli::ChartTsv(sheet)
                                  : options.describe
@@ -82,10 +86,12 @@ void Export(const cli::Options &options, ChartController &chart) {
     }
     if (options.png)
         cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
+    if (options.windowImage)
+        cli::WriteWindowImage(QString::fromStdString(*options.windowImage), sheet, options.scale);
     if (options.svg)
         cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
     if (options.pdf)
-        cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
+        cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation, paper);
     if (options.book)
         cli::WriteBook(QString::fromStdString(*options.book),
                        cli::MakeBook(chart, roots, chords,

@@ -24,7 +24,10 @@ std::vector<std::string> Scales() {
     return {"1", "2"};
 }
 std::vector<std::string> Spellings() {
-    return {"sharps", "flats", "chord"};
+    return {"musician", "sharps", "flats", "chord"};
+}
+std::vector<std::string> Papers() {
+    return {"a4", "letter"};
 }
 // Sharps, each followed by its flat where it has one: A A# Bb B C ...
 std::vector<std::string> NoteNames() {
@@ -85,10 +88,13 @@ const OptionSpec kOptions[] = {
      "write the --text, --tsv or --describe output to FILE",
      [](O &o, T v) { o.output = v; }, nullptr},
     {"--png", "", V::File, "FILE", S::Output, true,
-     "chart and notes table as a PNG image",
+     "the chart under its title, strings named, and the notes\ntable as a PNG image",
      [](O &o, T v) { o.png = v; }, nullptr},
+    {"--window-image", "", V::File, "FILE", S::Output, true,
+     "chart and notes table as a PNG exactly as the program's\nwindow shows them: no title, no string names",
+     [](O &o, T v) { o.windowImage = v; }, nullptr},
     {"--scale", "", V::Word, "1|2", S::Output, false,
-     "pixel scale of the PNG (2 for print)",
+     "pixel scale of the PNG images (2 for print)",
      [](O &o, T v) {
          if (v != "1" && v != "2")
              throw BadInput("unknown scale \"" + v + "\"; accepted: 1, 2");
@@ -98,8 +104,11 @@ const OptionSpec kOptions[] = {
      "chart and notes table as SVG",
      [](O &o, T v) { o.svg = v; }, nullptr},
     {"--pdf", "", V::File, "FILE", S::Output, true,
-     "chart and notes table as a one-page PDF",
+     "the chart as --png draws it on a printable page, scaled\nto the width inside the margins",
      [](O &o, T v) { o.pdf = v; }, nullptr},
+    {"--paper", "", V::Word, "a4|letter", S::Output, false,
+     "the page size of --pdf: a4 (default) or letter",
+     [](O &o, T v) { o.paper = v; }, Papers},
     {"--book", "", V::File, "FILE.pdf", S::Output, true,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
      [](O &o, T v) { o.book = v; }, nullptr},
@@ -111,8 +120,9 @@ const OptionSpec kOptions[] = {
      [](O &o, T v) { o.chords = v; }, ChordNames},
 
     {"--spelling", "", V::Word, "NAMES", S::Look, false,
-     "sharps (default, as in the program), flats (\"A#\" is\n\"Bb\"), or chord: each note named by its degree above the\n"
-     "root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)",
+     "musician (default): each note by its degree above the\nroot, the root as typed or else with fewer accidentals\n"
+     "(Bb maj7, Eb m, F# Maj), typed flats kept; sharps (as in\nthe program), flats (\"A#\" is \"Bb\"), or chord: each note\n"
+     "by its degree above the root as given to --root\n(Bb Maj: Bb D F; A# Maj: A# C## E#)",
      [](O &o, T v) { o.spelling = v; }, Spellings},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
@@ -142,10 +152,15 @@ const OptionSpec kOptions[] = {
 // The options given among those that make text or files of the chart.
 std::vector<std::string> ChartOutputs(const Options &o) {
     std::vector<std::string> given;
-    const std::pair<bool, const char *> outputs[] = {
-        {o.text, "--text"},           {o.tsv, "--tsv"},        {o.describe, "--describe"},
-        {bool(o.output), "--output"}, {bool(o.png), "--png"},  {bool(o.svg), "--svg"},
-        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}};
+    const std::pair<bool, const char *> outputs[] = {{o.text, "--text"},
+                                                     {o.tsv, "--tsv"},
+                                                     {o.describe, "--describe"},
+                                                     {bool(o.output), "--output"},
+                                                     {bool(o.png), "--png"},
+                                                     {bool(o.svg), "--svg"},
+                                                     {bool(o.pdf), "--pdf"},
+                                                     {bool(o.book), "--book"},
+                                                     {bool(o.windowImage), "--window-image"}};
     for (const auto &[on, name] : outputs)
         if (on)
             given.push_back(name);

@@ -25,6 +25,8 @@ struct Options {
     bool tsv = false;
     std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
+    std::optional<std::string> windowImage; // the PNG exactly as the window shows it
+    std::optional<std::string> paper;
     int scale = 1;
     // How the chart is shown; the window knows none of these.
     std::optional<std::string> spelling;

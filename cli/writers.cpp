@@ -3,11 +3,14 @@
 #include "cli/chartdoc.h"
 #include "cli/errors.h"
 
+#include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <QSvgGenerator>
+
+#include <cctype>
 
 namespace varnock::cli {
 
@@ -40,14 +43,38 @@ void WriteTextFile(const QString &path, const std::string &bytes) {
     Commit(file);
 }
 
-void WritePng(const QString &path, const ChartSheet &sheet, int scale,
-              ChartOrientation orientation) {
-    const QImage image = RenderSheet(sheet, scale, orientation);
+namespace {
+
+void SavePng(const QString &path, const QImage &image) {
     QSaveFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
         Fail(path, QStringLiteral("PNG encoding failed"));
     Commit(file);
+}
+
+} // namespace
+
+void WriteWindowImage(const QString &path, const ChartSheet &sheet, int scale) {
+    SavePng(path, RenderSheet(sheet, scale));
+}
+
+void WritePng(const QString &path, const ChartSheet &sheet, int scale,
+              ChartOrientation orientation) {
+    SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation));
+}
+
+Paper ResolvePaper(const std::optional<std::string> &text) {
+    if (!text)
+        return Paper::A4;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "a4")
+        return Paper::A4;
+    if (lower == "letter")
+        return Paper::Letter;
+    throw BadInput("unknown paper \"" + *text + "\"; accepted: a4, letter");
 }
 
 void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
@@ -56,37 +83,37 @@ void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation ori
     {
         QSvgGenerator svg;
         svg.setOutputDevice(&file);
-        svg.setSize(SheetSize());
-        svg.setViewBox(QRect(QPoint(0, 0), SheetSize()));
+        const QSize size = ChartPageSize(sheet);
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(0, 0), size));
         // The screen's 96 dpi, so the sizes on paper and the fonts match the PDF.
         svg.setResolution(kResolution);
         svg.setTitle(QString::fromStdString(ChartTitle(sheet)));
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
-        PaintSheet(painter, sheet, orientation);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation);
     }
     Commit(file);
 }
 
-void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
+void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+              Paper paper) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
         SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
-        // A page just the size of the sheet with a small margin.
-        const QSize size = SheetSize();
-        const int margin = 16;
-        pdf.setPageSize(QPageSize(QSizeF((size.width() + 2 * margin) * 72.0 / kResolution,
-                                         (size.height() + 2 * margin) * 72.0 / kResolution),
-                                  QPageSize::Point));
-        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
+                           QPageLayout::Point);
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
-        painter.translate(margin, margin);
-        PaintSheet(painter, sheet, orientation);
+        const QSize size = ChartPageSize(sheet);
+        const double fit = static_cast<double>(painter.viewport().width()) / size.width();
+        painter.scale(fit, fit);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation);
     }
     Commit(file);
 }

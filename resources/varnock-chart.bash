@@ -86,7 +86,11 @@ _varnock_chart() {
             return 0
             ;;
         --spelling)
-            _varnock_chart_offer "$cur" sharps flats chord
+            _varnock_chart_offer "$cur" musician sharps flats chord
+            return 0
+            ;;
+        --paper)
+            _varnock_chart_offer "$cur" a4 letter
             return 0
             ;;
         --root)
@@ -109,7 +113,7 @@ _varnock_chart() {
             # Fret positions, or x for a string not played: nothing to offer.
             return 0
             ;;
-        -o | --output | --png | --svg | --pdf | --book)
+        -o | --output | --png | --window-image | --svg | --pdf | --book)
             compopt -o filenames 2>/dev/null
             local IFS=$'\n'
             COMPREPLY=($(compgen -f -- "$cur"))
@@ -121,7 +125,7 @@ _varnock_chart() {
         _varnock_chart_offer "$cur" -h --help --version \
             --frets --strings --tuning --root --chord --from-settings \
             --left-handed --flip --spelling \
-            --text --tsv -o --output --png --scale --svg --pdf \
+            --text --tsv -o --output --png --window-image --scale --svg --pdf --paper \
             --book --roots --chords --describe --identify --identify-frets
     fi
     return 0

@@ -125,8 +125,9 @@ TEST_P(Tsv, ChartOfTheControllerAndOfTheCommand) {
         expected += QString::fromLatin1(row).replace('|', '\t').toStdString() + "\n";
     EXPECT_EQ(cli::ChartTsv(w->Sheet()), expected);
     // The command itself, from its own options.
-    const Outcome run = RunChart({"--frets", c.frets, "--strings", c.strings, "--tuning", c.tuning,
-                                  "--root", c.root, "--chord", c.chord, "--tsv"});
+    const Outcome run =
+        RunChart({"--frets", c.frets, "--strings", c.strings, "--tuning", c.tuning, "--root",
+                  c.root, "--chord", c.chord, "--tsv", "--spelling", "sharps"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, expected);
 }
@@ -139,7 +140,7 @@ TEST(ChartExport, LayoutsTheMenuLacksAreNamedByNumber) {
     cli::Options o = Example1();
     o.frets = "5";
     Select(*w, o);
-    EXPECT_EQ(cli::ChartTitle(w->Sheet()), "D Maj - Layout 5, 3 strings D A D");
+    EXPECT_EQ(cli::ChartTitle(w->Sheet()), "D Maj: D F# A - Layout 5, 3 strings D A D");
     EXPECT_EQ(w->PopupMenu9->ListCount(), 4) << "no item is added for it";
     o.frets = "chromatic";
     Select(*w, o);
@@ -150,11 +151,12 @@ TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
     OpenWindow w;
     Select(*w, Example1());
     const std::string text = cli::ChartText(w->Sheet());
-    const std::string expected = "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
-                                 "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
-                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
-                                 "A      D   F#   A      D     F#    A        D     F#    A\n"
-                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
+    const std::string expected = "D Maj: D F# A - Diatonic, 3 strings D A D\n"
+                                 "  0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "  0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "D D   F#   A      D   F#    A        D     F#    A        D\n"
+                                 "A A      D   F#   A      D     F#    A        D     F#    A\n"
+                                 "D D   F#   A      D   F#    A        D     F#    A        D\n"
                                  "Notes: D F# A\n";
     EXPECT_EQ(text, expected);
     Select(*w, Example2());
@@ -229,8 +231,8 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     cli::WriteSvg(path, w->Sheet());
     QSvgRenderer svg(path);
     ASSERT_TRUE(svg.isValid());
-    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), SheetSize()));
-    QImage back(SheetSize(), QImage::Format_RGB32);
+    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), ChartPageSize(w->Sheet())));
+    QImage back(ChartPageSize(w->Sheet()), QImage::Format_RGB32);
     back.fill(Qt::white);
     QPainter painter(&back);
     svg.render(&painter);
@@ -238,12 +240,16 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     // Every tile comes back pixel for pixel, seen here on a strip at the
     // right of each cell where no text reaches; elsewhere only the smoothing
     // of glyph edges and of the list's frame may differ.
-    const QImage sheet = RenderSheet(w->Sheet(), 1).convertToFormat(QImage::Format_RGB32);
-    // The chart stands at the sheet's origin.
+    const QImage sheet = RenderChartPage(w->Sheet(), cli::ChartTitle(w->Sheet()), 1)
+                             .convertToFormat(QImage::Format_RGB32);
+    // The chart's first string row stands where the page says.
+    const QPoint shift = ChartPageRow(w->Sheet(), 1).topLeft() -
+                         testsupport::CellRect(*w, w->Listbox1, 1, 0).topLeft();
     const Listbox &list = *w->Listbox1;
     for (Int row = 0; row < list.ListCount(); ++row)
         for (Int column = 0; column < list.ColumnCount(); ++column) {
-            const QRect cell = testsupport::CellRect(*w, w->Listbox1, row, column);
+            const QRect cell =
+                testsupport::CellRect(*w, w->Listbox1, row, column).translated(shift);
             for (int y = cell.top(); y <= cell.bottom(); ++y)
                 for (int x = cell.right() - 3; x <= cell.right(); ++x)
                     ASSERT_EQ(back.pixel(x, y), sheet.pixel(x, y))
@@ -261,7 +267,7 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     Select(*w, Example1());
     QTemporaryDir dir;
     const QString png = dir.filePath(QStringLiteral("chart.png"));
-    const Outcome run = RunChart({"--root", "D", "--png", png});
+    const Outcome run = RunChart({"--root", "D", "--window-image", png});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(run.out.empty());
     const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
@@ -273,7 +279,7 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
     EXPECT_EQ(image.copy(QRect(at, notes.size())), notes);
     const QString big = dir.filePath(QStringLiteral("big.png"));
-    ASSERT_EQ(RunChart({"--root", "D", "--png", big, "--scale", "2"}).status, 0);
+    ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
 }
 
@@ -391,8 +397,8 @@ TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
         // ".BI \-\-root " note"", ".BR \-o ", " \-\-output ...": each option named.
         for (auto at = line.find("\\-"); at != std::string::npos; at = line.find("\\-", at)) {
             std::string name;
-            while (at < line.size() && (line.compare(at, 2, "\\-") == 0 || std::isalnum(
-                                            static_cast<unsigned char>(line[at])))) {
+            while (at < line.size() && (line.compare(at, 2, "\\-") == 0 ||
+                                        std::isalnum(static_cast<unsigned char>(line[at])))) {
                 name += line.compare(at, 2, "\\-") == 0 ? "-" : std::string(1, line[at]);
                 at += line.compare(at, 2, "\\-") == 0 ? 2 : 1;
             }

@@ -53,13 +53,14 @@ std::vector<std::string> Lines(const std::string &text) {
     return lines;
 }
 
-// Each word of a text line under the word of `heading` that starts where it does.
+// Each word of a text line under the word of `heading` that starts where it
+// does; a word where the heading has none (a string's name) under "".
 std::map<std::string, std::string> UnderHeadings(const std::string &heading,
                                                  const std::string &line) {
     std::map<std::string, std::string> cells;
     for (auto at = line.find_first_not_of(' '); at != std::string::npos;
          at = line.find_first_not_of(' ', line.find(' ', at)))
-        cells[heading.substr(at, heading.find(' ', at) - at)] =
+        cells[at < heading.size() ? heading.substr(at, heading.find(' ', at) - at) : ""] =
             line.substr(at, line.find(' ', at) - at);
     return cells;
 }
@@ -103,16 +104,23 @@ TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
     OpenWindow w;
     const ChartSheet sheet = Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
     const auto plain = Lines(cli::ChartText(sheet));
+    EXPECT_EQ(plain[0], "D 7: D F# A C - Chromatic, 4 strings D A D G");
     for (const auto &[left, flip] : {std::pair{true, false}, {false, true}, {true, true}}) {
         const auto lines = Lines(cli::ChartText(sheet, {left, flip}));
         ASSERT_EQ(lines.size(), plain.size());
+        EXPECT_EQ(lines[0], plain[0]);
         // Positions fall right to left, and each cell stays under its position.
-        for (std::size_t i = 1; i < lines.size() - 1; ++i) {
-            const std::size_t from = flip && i >= 2 ? 7 - i : i; // the four strings reverse
-            EXPECT_EQ(UnderHeadings(lines[0], lines[i]), UnderHeadings(plain[0], plain[from]))
+        for (std::size_t i = 2; i < lines.size() - 1; ++i) {
+            const std::size_t from = flip && i >= 3 ? 9 - i : i; // the four strings reverse
+            EXPECT_EQ(UnderHeadings(lines[1], lines[i]), UnderHeadings(plain[1], plain[from]))
                 << left << flip << " line " << i;
         }
-        EXPECT_EQ(lines[0].substr(0, 3), left ? "22 " : "0 1");
+        EXPECT_EQ(lines[1].substr(0, 3), left ? "22 " : "  0");
+        // The string's name heads its row on the open-string side.
+        const std::string top = flip ? "G" : "D";
+        EXPECT_EQ(left ? lines[3].substr(lines[3].size() - 2) : lines[3].substr(0, 2),
+                  left ? " " + top : top + " ")
+            << lines[3];
         EXPECT_EQ(lines.back(), "Notes: D F# A C");
     }
     EXPECT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord",
@@ -187,7 +195,31 @@ TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
     QTemporaryDir dir;
     EXPECT_EQ(cli::WriteBook(dir.filePath(QStringLiteral("book.pdf")), book), 3);
     EXPECT_EQ(names, (std::set<std::string>{"Ab", "Bb", "D", "F", "F#", "A#", "C#", "E"}));
-    EXPECT_EQ(cli::SpellingRoot(std::nullopt), "A");
+    EXPECT_EQ(cli::SpellingRoot(std::nullopt), "");
+}
+
+TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
+    // The arguments and a line the answer must hold.
+    const std::vector<std::pair<QStringList, std::string>> rows = {
+        {{"--identify", "C,E,G,Bb"}, "C 7: C E G Bb\n"},
+        {{"--root", "Eb", "--describe"}, "Chord: Eb Maj, notes Eb, G and Bb (root Eb)."},
+        {{"--root", "C", "--chord", "m7"}, "\nNotes: C Eb G Bb\n"},
+        {{"--identify", "A#,D,F,A", "--spelling", "chord"}, "Bb maj7: Bb D F A\n"},
+        {{"--identify", "A#,D,F,A"}, "Bb maj7: Bb D F A\n"},
+        {{"--identify", "D#,F#,A,C", "--spelling", "chord"}, "A Dim7: A C Eb Gb\n"},
+        {{"--root", "B\u266D", "--tuning", "D,Bb,F", "--chord", "7"},
+         "Bb 7: Bb D F Ab - Diatonic, 3 strings D Bb F\n"},
+        {{"--root", "A#", "--chord", "Maj"}, "A# Maj: A# C## E# - "},
+        {{"--root", "Eb", "--spelling", "sharps"}, "D# Maj: D# G A# - "},
+        {{"--root", "Eb", "--spelling", "flats", "--chord", "Aug"}, "Eb Aug: Eb G B - "},
+    };
+    for (const auto &[args, line] : rows) {
+        const testsupport::Outcome run = RunChart(args);
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_NE(run.out.find(line), std::string::npos) << run.out;
+    }
+    // No chord is named on a root with double flats.
+    EXPECT_EQ(RunChart({"--identify", "D#,F#,A,C"}).out.find("bb "), std::string::npos);
 }
 
 TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
@@ -277,7 +309,9 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
     const QString out = dir.filePath(QStringLiteral("out"));
     // Each bad value, and a word of the one line that must name it.
     const std::pair<QStringList, const char *> bad[] = {
-        {{"--spelling", "flat", "--png", out}, "\"flat\"; accepted: sharps, flats, chord"},
+        {{"--spelling", "flat", "--png", out},
+         "\"flat\"; accepted: musician, sharps, flats, chord"},
+        {{"--paper", "a5", "--pdf", out}, "unknown paper \"a5\"; accepted: a4, letter"},
         {{"--identify", "D,H"}, "\"H\" is not a note name"},
         {{"--identify", "D,F#,A,C,E"}, "names 5 notes; accepted: 2 to 4"},
         {{"--identify", "D"}, "names 1 note;"},
@@ -310,7 +344,7 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
                   .status,
               0);
     EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32),
-              RenderSheet(sheet, 1, {true, true}));
+              RenderChartPage(sheet, cli::ChartTitle(sheet), 1, {true, true}));
 }
 
 TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {
@@ -361,8 +395,14 @@ TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {
         EXPECT_TRUE(QDir(dir.path()).isEmpty()) << args.join(' ').toStdString();
     }
     // The musician's spellings of the same note all reach the same chart.
-    const std::string sharp = RunChart({"--root", "F#", "--tuning", "F,A,D", "--tsv"}).out;
+    const auto tsv = [](QStringList args) {
+        return RunChart(args << "--tsv"
+                             << "--spelling"
+                             << "sharps")
+            .out;
+    };
+    const std::string sharp = tsv({"--root", "F#", "--tuning", "F,A,D"});
     for (const char *root : {"F\u266F", "Gb", "G\u266D", "E##", "Ex"})
-        EXPECT_EQ(RunChart({"--root", root, "--tuning", "E#,A,D", "--tsv"}).out, sharp) << root;
-    EXPECT_EQ(RunChart({"--root", "B#", "--tsv"}).out, RunChart({"--root", "C", "--tsv"}).out);
+        EXPECT_EQ(tsv({"--root", root, "--tuning", "E#,A,D"}), sharp) << root;
+    EXPECT_EQ(tsv({"--root", "B#"}), tsv({"--root", "C"}));
 }

@@ -4,8 +4,8 @@ namespace varnock {
 
 std::vector<std::string> ChartSheet::ChordNotes() const {
     std::vector<std::string> names;
-    for (const auto &row : notesRows)
-        for (const std::string &cell : row)
+    if (!notesRows.empty())
+        for (const std::string &cell : notesRows[0])
             if (!cell.empty())
                 names.push_back(cell);
     return names;

@@ -30,7 +30,7 @@ struct ChartSheet {
     std::string rootItem, chordItem;      // the root and chord popups' texts
 
     Int StringCount() const { return static_cast<Int>(openNotes.size()); }
-    // The notes table's names in order, blanks left out.
+    // The notes table's names in order (its first row), blanks left out.
     std::vector<std::string> ChordNotes() const;
 };
 

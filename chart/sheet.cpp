@@ -5,6 +5,7 @@
 #include "platform/listboxview.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QStyle>
 
@@ -95,9 +96,37 @@ int NotesExtra(const ChartSheet &sheet) {
            ControlByName("Listbox2").rowHeight;
 }
 
+// The chart's font on paper: the list's, or where some cell's text would not
+// fit its cell (a note with its degree), the largest narrower face that fits.
+QFont PageChartFont(const ChartSheet &sheet) {
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    const auto fits = [&](const QFont &font) {
+        const QFontMetrics metrics(font);
+        for (Int r = 1; r < chart->ListCount(); ++r)
+            for (Int c = 0; c < chart->ColumnCount(); ++c) {
+                const int room =
+                    ListboxCellRect(*chart, Place("Listbox1").size(), r, c).width() - 3;
+                if (metrics.horizontalAdvance(QString::fromStdString(chart->Cell(r, c))) > room)
+                    return false;
+            }
+        return true;
+    };
+    QFont font = ListFont();
+    for (const auto &[stretch, pixels] : {std::pair{100, 12},
+                                          {QFont::Condensed, 11},
+                                          {QFont::ExtraCondensed, 11},
+                                          {QFont::ExtraCondensed, 10}}) {
+        font.setStretch(stretch);
+        font.setPixelSize(pixels);
+        if (fits(font))
+            break;
+    }
+    return font;
+}
+
 // The lists and the label at the origin, the notes table grown by `notesExtra`.
 void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
-                int notesExtra) {
+                int notesExtra, const QFont &chartFont = ListFont()) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
     chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
         PaintTile(g, ChartFillRule(row, column, l.ListCount()));
@@ -125,8 +154,10 @@ void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
         const QSize size = Place(name).size() + QSize(0, isChart ? 0 : notesExtra);
+        ListboxLook chartLook = ChartLook(orientation);
+        chartLook.font = chartFont;
         PaintListbox(painter, isChart ? *chart : *notes, size,
-                     isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
+                     isChart ? chartLook : ListboxLook{ListFont()});
         painter.restore();
     }
 }
@@ -184,7 +215,7 @@ void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::strin
         painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
     }
     painter.translate(SheetOrigin(orientation));
-    PaintLists(painter, sheet, orientation, NotesExtra(sheet));
+    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet));
     painter.restore();
 }
 

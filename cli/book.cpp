@@ -121,7 +121,8 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
         chart.PopupMenu1->SetListIndex(root);
         for (const int chord : chords) {
             chart.PopupMenu2->SetListIndex(chord);
-            ChartSheet sheet = Spell(chart.Sheet(), look.spelling, typed);
+            ChartSheet sheet =
+                Label(WithDegrees(Spell(chart.Sheet(), look.spelling, typed)), look.labels);
             std::string title = ChordTitle(sheet);
             part.charts.push_back({std::move(title), std::move(sheet)});
         }

@@ -6,6 +6,7 @@
 #include "chart/chartsheet.h"
 #include "chart/sheet.h"
 #include "cli/degrees.h"
+#include "cli/spelling.h"
 
 #include <QString>
 
@@ -27,6 +28,7 @@ struct BookLook {
     Spelling spelling = Spelling::Musician;
     // The roots as typed, one per root, for the Chord spelling.
     std::vector<std::string> rootNames;
+    Labels labels = Labels::Notes;
 };
 
 // One chart of the book with the line above it.

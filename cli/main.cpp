@@ -48,6 +48,7 @@ void Export(const cli::Options &options, ChartController &chart) {
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
     const cli::Paper paper = cli::ResolvePaper(options.paper);
+    const cli::Labels labels = cli::ResolveLabels(options.labels);
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -71,6 +72,8 @@ void Export(const cli::Options &options, ChartController &chart) {
         cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
                    options.tuning ? cli::SplitList(*options.tuning) : std::vector<std::string>{});
     const ChartOrientation orientation{options.leftHanded, options.flip};
+    // What a reader of paper gets: the degrees under the notes, the labels asked for.
+    const ChartSheet page = cli::Label(cli::WithDegrees(sheet), labels);
 
     const bool files =
         options.png || options.svg || options.pdf || options.book || options.windowImage;
@@ -78,24 +81,25 @@ void Export(const cli::Options &options, ChartController &chart) {
         const std::string text = options.tsv ? cli::ChartTsv(sheet)
                                  : options.describe
                                      ? cli::DescribeText(sheet, spelling, options.flip)
-                                     : cli::ChartText(sheet, orientation);
+                                     : cli::ChartText(page, orientation);
         if (options.output)
             cli::WriteTextFile(QString::fromStdString(*options.output), text);
         else
             std::cout << text << std::flush;
     }
     if (options.png)
-        cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
+        cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation);
     if (options.windowImage)
         cli::WriteWindowImage(QString::fromStdString(*options.windowImage), sheet, options.scale);
     if (options.svg)
-        cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
+        cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation);
     if (options.pdf)
-        cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation, paper);
+        cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper);
     if (options.book)
-        cli::WriteBook(QString::fromStdString(*options.book),
-                       cli::MakeBook(chart, roots, chords,
-                                     {orientation, spelling, cli::SpellingRoots(options.roots)}));
+        cli::WriteBook(
+            QString::fromStdString(*options.book),
+            cli::MakeBook(chart, roots, chords,
+                          {orientation, spelling, cli::SpellingRoots(options.roots), labels}));
 }
 
 int Run(int argc, char **argv) {

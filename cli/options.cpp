@@ -26,6 +26,9 @@ std::vector<std::string> Scales() {
 std::vector<std::string> Spellings() {
     return {"musician", "sharps", "flats", "chord"};
 }
+std::vector<std::string> LabelKinds() {
+    return {"notes", "degrees", "both"};
+}
 std::vector<std::string> Papers() {
     return {"a4", "letter"};
 }
@@ -124,6 +127,9 @@ const OptionSpec kOptions[] = {
      "(Bb maj7, Eb m, F# Maj), typed flats kept; sharps (as in\nthe program), flats (\"A#\" is \"Bb\"), or chord: each note\n"
      "by its degree above the root as given to --root\n(Bb Maj: Bb D F; A# Maj: A# C## E#)",
      [](O &o, T v) { o.spelling = v; }, Spellings},
+    {"--labels", "", V::Word, "WHAT", S::Look, false,
+     "what the chart's cells show: notes (default), degrees\nabove the root (R, b3, 3, 5, b7, 9, ...) or both (\"Eb b7\")",
+     [](O &o, T v) { o.labels = v; }, LabelKinds},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T) { o.leftHanded = true; }, nullptr},

@@ -29,7 +29,7 @@ struct Options {
     std::optional<std::string> paper;
     int scale = 1;
     // How the chart is shown; the window knows none of these.
-    std::optional<std::string> spelling;
+    std::optional<std::string> spelling, labels, palette;
     bool leftHanded = false;
     bool flip = false;
     // Answers in words instead of the chart.

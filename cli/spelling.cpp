@@ -5,6 +5,9 @@
 #include "cli/names.h"
 #include "model/catalogue.h"
 
+#include <array>
+#include <cctype>
+
 namespace varnock::cli {
 
 Spelling ResolveSpelling(const std::optional<std::string> &text) {
@@ -78,6 +81,75 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
         else
             out.stringNames[s] = SpellNote(open, spelling, chordNotes);
     }
+    return out;
+}
+
+Labels ResolveLabels(const std::optional<std::string> &text) {
+    if (!text)
+        return Labels::Notes;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "notes")
+        return Labels::Notes;
+    if (lower == "degrees")
+        return Labels::Degrees;
+    if (lower == "both")
+        return Labels::Both;
+    throw BadInput("unknown labels \"" + *text + "\"; accepted: notes, degrees, both");
+}
+
+namespace {
+
+// The degree of each of the four note slots; empty where the chord ends.
+std::array<std::string, 4> Degrees(const ChartSheet &sheet) {
+    std::array<std::string, 4> degrees;
+    if (sheet.chordType < 0 || sheet.chordType >= catalogue::kChordTypeCount)
+        return degrees;
+    const auto &type = catalogue::kChordTypes[static_cast<std::size_t>(sheet.chordType)];
+    for (std::size_t i = 0; i < degrees.size(); ++i)
+        if (!sheet.notes[i].empty())
+            degrees[i] = std::string(type.degrees[i]);
+    return degrees;
+}
+
+} // namespace
+
+ChartSheet WithDegrees(const ChartSheet &sheet) {
+    if (sheet.chordType < 0 || sheet.notesRows.empty())
+        return sheet;
+    ChartSheet out = sheet;
+    const std::array<std::string, 4> degrees = Degrees(sheet);
+    std::vector<std::string> row;
+    for (const std::string &name : sheet.notesRows[0]) {
+        std::string degree;
+        for (std::size_t i = 0; i < degrees.size(); ++i)
+            if (!name.empty() && name == sheet.notes[i])
+                degree = degrees[i];
+        row.push_back(degree);
+    }
+    out.notesRows.resize(1);
+    out.notesRows.push_back(std::move(row));
+    return out;
+}
+
+ChartSheet Label(const ChartSheet &sheet, Labels labels) {
+    if (labels == Labels::Notes || sheet.chordType < 0)
+        return sheet;
+    const std::array<std::string, 4> degrees = Degrees(sheet);
+    std::array<std::string, 4> keys;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (!sheet.notes[i].empty())
+            keys[i] = labels == Labels::Degrees ? degrees[i] : sheet.notes[i] + " " + degrees[i];
+    ChartSheet out = sheet;
+    for (std::size_t r = 1; r < out.rows.size(); ++r)
+        for (std::string &cell : out.rows[r])
+            for (std::size_t i = 0; i < keys.size(); ++i)
+                if (!cell.empty() && cell == sheet.notes[i]) {
+                    cell = keys[i];
+                    break;
+                }
+    out.notes = keys;
     return out;
 }
 

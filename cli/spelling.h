@@ -32,4 +32,18 @@ std::vector<std::string> SpellingRoots(const std::optional<std::string> &list);
 ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &root,
                  const std::vector<std::string> &tuning = {});
 
+// What the chart's cells show: note names, degrees above the root (R, b3, 5,
+// b7, 9), or both ("Eb b7").
+enum class Labels { Notes, Degrees, Both };
+// "notes" (also when absent), "degrees" or "both" in any case; BadInput otherwise.
+Labels ResolveLabels(const std::optional<std::string> &text);
+
+// The sheet with a second notes row: each note's degree under its name.
+// A sheet of no chord type comes back as it is.
+ChartSheet WithDegrees(const ChartSheet &sheet);
+// The sheet whose chart cells show the labels asked for; the colour keys are
+// relabelled with them, so every cell keeps its note's colour. The notes
+// table keeps the names.
+ChartSheet Label(const ChartSheet &sheet, Labels labels);
+
 } // namespace varnock::cli

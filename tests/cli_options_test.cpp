@@ -222,6 +222,59 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
     EXPECT_EQ(RunChart({"--identify", "D#,F#,A,C"}).out.find("bb "), std::string::npos);
 }
 
+TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
+    struct Row {
+        const char *root, *chord;
+        cli::Labels labels;
+        std::map<std::string, std::string> shown; // note name -> the cell's text
+        const char *degrees;                      // the notes table's second row
+    };
+    const Row cases[] = {
+        {"C",
+         "7",
+         cli::Labels::Degrees,
+         {{"C", "R"}, {"E", "3"}, {"G", "5"}, {"Bb", "b7"}},
+         "R 3 5 b7"},
+        {"Bb", "Dim7", cli::Labels::Both, {{"Bb", "Bb R"}, {"Abb", "Abb bb7"}}, "R b3 b5 bb7"},
+        {"D", "add9", cli::Labels::Degrees, {{"E", "9"}, {"F#", "3"}}, "R 3 5 9"},
+        {"A", "m", cli::Labels::Notes, {{"C", "C"}}, "R b3 5"},
+    };
+    OpenWindow w;
+    for (const Row &c : cases) {
+        const ChartSheet plain =
+            Select(*w, Chart("Chromatic", "D,A,D,G", c.root, c.chord), Spelling::Musician);
+        const ChartSheet sheet = cli::Label(cli::WithDegrees(plain), c.labels);
+        ASSERT_EQ(sheet.notesRows.size(), 2u);
+        EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), cli::Join(plain.ChordNotes(), " "));
+        std::vector<std::string> degrees;
+        for (const std::string &d : sheet.notesRows[1])
+            if (!d.empty())
+                degrees.push_back(d);
+        EXPECT_EQ(cli::Join(degrees, " "), c.degrees) << c.root << " " << c.chord;
+        std::set<std::string> seen;
+        for (std::size_t r = 1; r < plain.rows.size(); ++r)
+            for (std::size_t p = 0; p < plain.rows[r].size(); ++p) {
+                const std::string &name = plain.rows[r][p], &text = sheet.rows[r][p];
+                if (const auto want = c.shown.find(name); want != c.shown.end()) {
+                    EXPECT_EQ(text, want->second) << name;
+                    seen.insert(name);
+                }
+                const auto &m = sheet.notes, &n = plain.notes;
+                EXPECT_EQ(ChartTextColor(text, m[0], m[1], m[2], m[3]),
+                          ChartTextColor(name, n[0], n[1], n[2], n[3]))
+                    << c.root << " " << c.chord << " " << text;
+            }
+        EXPECT_EQ(seen.size(), c.shown.size()) << c.root << " " << c.chord;
+    }
+    const testsupport::Outcome run =
+        RunChart({"--root", "G", "--chord", "m7", "--labels", "Degrees"});
+    EXPECT_NE(run.out.find("\nNotes: G Bb D F\nDegrees: R b3 5 b7\n"), std::string::npos)
+        << run.out;
+    // Scripts read the cells as notes whatever the chart shows.
+    EXPECT_EQ(RunChart({"--root", "G", "--chord", "m7", "--labels", "both", "--tsv"}).out,
+              RunChart({"--root", "G", "--chord", "m7", "--tsv"}).out);
+}
+
 TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
     struct Row {
         const char *notes;
@@ -312,6 +365,8 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
         {{"--spelling", "flat", "--png", out},
          "\"flat\"; accepted: musician, sharps, flats, chord"},
         {{"--paper", "a5", "--pdf", out}, "unknown paper \"a5\"; accepted: a4, letter"},
+        {{"--labels", "note", "--png", out},
+         "unknown labels \"note\"; accepted: notes, degrees, both"},
         {{"--identify", "D,H"}, "\"H\" is not a note name"},
         {{"--identify", "D,F#,A,C,E"}, "names 5 notes; accepted: 2 to 4"},
         {{"--identify", "D"}, "names 1 note;"},
@@ -344,7 +399,7 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
                   .status,
               0);
     EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32),
-              RenderChartPage(sheet, cli::ChartTitle(sheet), 1, {true, true}));
+              RenderChartPage(cli::WithDegrees(sheet), cli::ChartTitle(sheet), 1, {true, true}));
 }
 
 TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {

@@ -9,7 +9,10 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <cairo.h>
+
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string_view>
 
@@ -240,6 +243,176 @@ QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientat
     painter.end();
     image.setDevicePixelRatio(1);
     return image;
+}
+
+int ChartPageTextPixels(const ChartSheet &sheet) {
+    return PageChartFont(sheet).pixelSize();
+}
+
+namespace {
+
+void SetColor(cairo_t *cairo, Color c) {
+    cairo_set_source_rgb(cairo, ((c >> 16) & 255) / 255.0, ((c >> 8) & 255) / 255.0,
+                         (c & 255) / 255.0);
+}
+
+// The face of a Qt font, bold as the lists' are, at its pixel size.
+void SetFont(cairo_t *cairo, const QFont &font) {
+    cairo_select_font_face(
+        cairo,
+        font.stretch() != 0 && font.stretch() < 100 ? "DejaVu Sans Condensed" : "DejaVu Sans",
+        CAIRO_FONT_SLANT_NORMAL, font.bold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(cairo, font.pixelSize());
+}
+
+// Text whose baseline centres its line in `r`, from the left or centred.
+void Text(cairo_t *cairo, const std::string &text, const QRect &r, bool centred = false) {
+    cairo_font_extents_t font;
+    cairo_font_extents(cairo, &font);
+    cairo_text_extents_t ink;
+    cairo_text_extents(cairo, text.c_str(), &ink);
+    const double x = centred ? r.left() + (r.width() - ink.x_advance) / 2 : r.left();
+    cairo_move_to(cairo, x, r.top() + (r.height() + font.ascent - font.descent) / 2);
+    cairo_show_text(cairo, text.c_str());
+}
+
+// What of a list is the same in every chart of a book (frame, heading line,
+// cell tiles) drawn plainly where PaintListbox places it.
+void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look) {
+    SetColor(cairo, 0xFFFFFF);
+    cairo_rectangle(cairo, 0, 0, size.width(), size.height());
+    cairo_fill(cairo);
+    SetFont(cairo, look.font);
+    for (Int c = 0; c < list.ColumnCount(); ++c) {
+        QRect r = ListboxCellPlace(list, size, 0, c, look);
+        r.moveTop(1);
+        r.setHeight(kListboxHeadingHeight);
+        Graphics g(cairo, r);
+        g.ForeColor(0xF2F2F2);
+        g.FillRect(0, 0, r.width(), r.height());
+        g.ForeColor(colors::kFrameDark);
+        g.DrawLine(0, r.height() - 1, r.width(), r.height() - 1);
+        g.DrawLine(r.width() - 1, 0, r.width() - 1, r.height());
+        SetColor(cairo, 0);
+        Text(cairo, list.Heading(c), r.adjusted(4, 0, 0, 0));
+    }
+    const Int rowHeight = list.DefaultRowHeight();
+    const Int rows = (size.height() - 2 - kListboxHeadingHeight + rowHeight - 1) / rowHeight;
+    cairo_save(cairo);
+    cairo_rectangle(cairo, 1, 1, size.width() - 2, size.height() - 2);
+    cairo_clip(cairo);
+    for (Int row = 0; row < rows; ++row)
+        for (Int c = 0; c < list.ColumnCount(); ++c) {
+            Graphics g(cairo, ListboxCellPlace(list, size, row, c, look));
+            if (list.CellBackgroundPaint)
+                list.CellBackgroundPaint(list, g, row, c);
+        }
+    cairo_restore(cairo);
+    SetColor(cairo, colors::kFrameDark);
+    cairo_set_line_width(cairo, 1);
+    cairo_rectangle(cairo, 0.5, 0.5, size.width() - 1, size.height() - 1);
+    cairo_stroke(cairo);
+}
+
+// A list on cairo: its backdrop, recorded once for all lists alike and then
+// only referred to (a PDF keeps one copy), and each cell's text on top.
+void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look) {
+    std::string key = std::to_string(size.width()) + "x" + std::to_string(size.height()) + " " +
+                      std::to_string(list.ListCount()) + " " + std::to_string(look.mirrorColumns) +
+                      " " + std::to_string(look.reverseRowsFrom.value_or(-1)) + " " +
+                      look.font.toString().toStdString();
+    for (Int c = 0; c < list.ColumnCount(); ++c)
+        key += "|" + list.Heading(c);
+    static std::map<std::string, cairo_surface_t *> backdrops;
+    cairo_surface_t *&backdrop = backdrops[key];
+    if (!backdrop) {
+        const cairo_rectangle_t extents{0, 0, static_cast<double>(size.width()),
+                                        static_cast<double>(size.height())};
+        backdrop = cairo_recording_surface_create(CAIRO_CONTENT_COLOR, &extents);
+        cairo_t *onBackdrop = cairo_create(backdrop);
+        PaintListBackdrop(onBackdrop, list, size, look);
+        cairo_destroy(onBackdrop);
+    }
+    cairo_save(cairo);
+    cairo_set_source_surface(cairo, backdrop, 0, 0);
+    cairo_paint(cairo);
+    cairo_restore(cairo);
+
+    SetFont(cairo, look.font);
+    cairo_font_extents_t font;
+    cairo_font_extents(cairo, &font);
+    for (Int row = 0; row < list.ListCount(); ++row)
+        for (Int c = 0; c < list.ColumnCount(); ++c) {
+            // Most cells of a chart are empty, and each drawing costs.
+            if (list.Cell(row, c).empty())
+                continue;
+            const QRect r = ListboxCellPlace(list, size, row, c, look);
+            const Int y = static_cast<Int>((r.height() + font.ascent - font.descent) / 2);
+            Graphics g(cairo, r);
+            if (!list.CellTextPaint || !list.CellTextPaint(list, g, row, c, 4, y)) {
+                g.ForeColor(0);
+                g.DrawString(list.Cell(row, c), 4, static_cast<double>(y));
+            }
+        }
+}
+
+} // namespace
+
+void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation) {
+    cairo_save(cairo);
+    QFont titleFont = ListFont();
+    titleFont.setPixelSize(15);
+    SetFont(cairo, titleFont);
+    SetColor(cairo, 0);
+    Text(cairo, title, QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4));
+    SetFont(cairo, ListFont());
+    for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
+        const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
+        SetColor(cairo, colors::kOpenString);
+        cairo_rectangle(cairo, r.left() + 2, r.top(), r.width() - 4, r.height());
+        cairo_fill(cairo);
+        SetColor(cairo, 0);
+        Text(cairo, sheet.stringNames[s], r, true);
+    }
+    const QPoint at = SheetOrigin(orientation) - SheetRect().topLeft();
+    cairo_translate(cairo, at.x(), at.y());
+    const ControlSpec &label = ControlByName("Label4");
+    QFont labelFont = LabelFont();
+    SetFont(cairo, labelFont);
+    SetColor(cairo, 0);
+    Text(cairo, label.items[0], QRect(label.left, label.top, label.width, label.height));
+
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, ChartFillRule(row, column, l.ListCount()));
+        return false;
+    };
+    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
+                                    Int y) {
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
+    };
+    const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
+    notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
+        PaintTile(g, NotesFillRule(row, l.ListCount()));
+        return false;
+    };
+    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
+        return PaintNotesText(g, l.Cell(row, column), column, x, y);
+    };
+    ListboxLook chartLook = ChartLook(orientation);
+    chartLook.font = PageChartFont(sheet);
+    const QRect chartPlace = Place("Listbox1"), notesPlace = Place("Listbox2");
+    cairo_save(cairo);
+    cairo_translate(cairo, chartPlace.left(), chartPlace.top());
+    PaintListOnCairo(cairo, *chart, chartPlace.size(), chartLook);
+    cairo_restore(cairo);
+    cairo_save(cairo);
+    cairo_translate(cairo, notesPlace.left(), notesPlace.top());
+    PaintListOnCairo(cairo, *notes, notesPlace.size() + QSize(0, NotesExtra(sheet)),
+                     ListboxLook{ListFont()});
+    cairo_restore(cairo);
+    cairo_restore(cairo);
 }
 
 } // namespace varnock

@@ -12,6 +12,7 @@
 #include <QSize>
 
 class QPainter;
+typedef struct _cairo cairo_t;
 
 namespace varnock {
 
@@ -42,6 +43,13 @@ void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::strin
                     ChartOrientation orientation = {});
 QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
                        ChartOrientation orientation = {});
+// The same page drawn by cairo (for the chord book's PDF): the same places,
+// the same cell paint rules through Graphics, headings and frames plain.
+void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation = {});
+// The pixel size of the chart's cell text on a page (12, less where cells hold more).
+int ChartPageTextPixels(const ChartSheet &sheet);
+
 // Where PaintChartPage draws string row `row` (1 for the first string) of the
 // chart, and the name heading it.
 QRect ChartPageRow(const ChartSheet &sheet, Int row, ChartOrientation orientation = {});

@@ -17,6 +17,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -50,15 +52,6 @@ cli::Options Example2() {
     o.root = "D";
     o.chord = "7";
     return o;
-}
-
-int PdfPages(const QString &path) {
-    const std::string pdf = testsupport::ReadBytes(path.toStdString());
-    int count = 0;
-    for (auto at = pdf.find("/Type /Page\n"); at != std::string::npos;
-         at = pdf.find("/Type /Page\n", at + 1))
-        ++count;
-    return count;
 }
 
 } // namespace
@@ -283,16 +276,133 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
 }
 
-TEST(ChartCommand, BookOfChosenRootsAndChords) {
+// Just enough of a PDF to follow its page tree, outline and links: the
+// objects by number, uncompressed as cairo writes these.
+class PdfReader {
+  public:
+    explicit PdfReader(const QString &path) : bytes_(testsupport::ReadBytes(path.toStdString())) {
+        const std::regex object(R"((\d+) 0 obj\n([\s\S]*?)endobj)");
+        for (auto it = std::sregex_iterator(bytes_.begin(), bytes_.end(), object);
+             it != std::sregex_iterator(); ++it)
+            objects_[std::stoi((*it)[1])] = (*it)[2];
+        for (const auto &[number, body] : objects_)
+            if (body.find("/Type /Pages") != std::string::npos)
+                for (const int kid : Refs(Field(body, "/Kids")))
+                    pages_.push_back(kid);
+    }
+    int Pages() const { return static_cast<int>(pages_.size()); }
+    // Page number (from 1) of an object.
+    int PageOf(int object) const {
+        const auto at = std::find(pages_.begin(), pages_.end(), object);
+        return at == pages_.end() ? 0 : static_cast<int>(at - pages_.begin()) + 1;
+    }
+    // The outline's entries under `parent` (0 for the top): title and page.
+    std::vector<std::pair<std::string, int>> Outline(int parent = 0) const {
+        int first = 0;
+        for (const auto &[number, body] : objects_)
+            if (parent ? number == parent : body.find("/Type /Outlines") != std::string::npos)
+                first = Ref(Field(body, "/First"));
+        std::vector<std::pair<std::string, int>> entries;
+        for (int at = first; at; at = Ref(Field(objects_.at(at), "/Next"))) {
+            const std::string &body = objects_.at(at);
+            const std::string title = Field(body, "/Title");
+            entries.push_back(
+                {title.substr(1, title.size() - 2), PageOf(Ref(Field(body, "/Dest")))});
+            children_[entries.back().first] = at;
+        }
+        return entries;
+    }
+    int Entry(const std::string &title) const { return children_.at(title); }
+    // The pages the links on a page lead to, top to bottom.
+    std::vector<int> LinkTargets(int page) const {
+        std::map<std::string, int> named;
+        const std::regex dest(R"(\((\w+)\) \[(\d+) 0 R)");
+        for (const auto &[number, body] : objects_)
+            for (auto it = std::sregex_iterator(body.begin(), body.end(), dest);
+                 it != std::sregex_iterator(); ++it)
+                named[(*it)[1]] = PageOf(std::stoi((*it)[2]));
+        std::vector<int> targets;
+        for (const int annot : Refs(Field(objects_.at(pages_.at(page - 1)), "/Annots"))) {
+            const std::string name = Field(objects_.at(annot), "/Dest");
+            targets.push_back(named.count(name.substr(1, name.size() - 2))
+                                  ? named.at(name.substr(1, name.size() - 2))
+                                  : 0);
+        }
+        return targets;
+    }
+
+  private:
+    // The value after `key` up to the end of its line.
+    static std::string Field(const std::string &body, const std::string &key) {
+        const auto at = body.find(key + " ");
+        if (at == std::string::npos)
+            return "";
+        const auto start = at + key.size() + 1;
+        return body.substr(start, body.find('\n', start) - start);
+    }
+    static std::vector<int> Refs(const std::string &text) {
+        std::vector<int> refs;
+        const std::regex ref(R"((\d+) 0 R)");
+        for (auto it = std::sregex_iterator(text.begin(), text.end(), ref);
+             it != std::sregex_iterator(); ++it)
+            refs.push_back(std::stoi((*it)[1]));
+        return refs;
+    }
+    static int Ref(const std::string &text) {
+        const auto refs = Refs(text);
+        return refs.empty() ? 0 : refs[0];
+    }
+    std::string bytes_;
+    std::map<int, std::string> objects_;
+    std::vector<int> pages_;
+    mutable std::map<std::string, int> children_;
+};
+
+// pdftotext's words of a page with their heights in points.
+std::vector<std::pair<std::string, double>> Words(const QString &pdf, int page) {
+    QProcess run;
+    run.start(QStringLiteral("pdftotext"),
+              {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+               QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-")});
+    EXPECT_TRUE(run.waitForFinished(10000)) << "pdftotext (poppler-utils) is needed";
+    const std::string html = run.readAllStandardOutput().toStdString();
+    const std::regex word(R"re(yMin="([\d.]+)" xMax="[\d.]+" yMax="([\d.]+)">([^<]*)</word>)re");
+    std::vector<std::pair<std::string, double>> words;
+    for (auto it = std::sregex_iterator(html.begin(), html.end(), word);
+         it != std::sregex_iterator(); ++it)
+        words.push_back({(*it)[3], std::stod((*it)[2]) - std::stod((*it)[1])});
+    return words;
+}
+
+TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     QTemporaryDir dir;
     const QString book = dir.filePath(QStringLiteral("book.pdf"));
     const Outcome run = RunChart(
         {"--tuning", "G,D,G,C", "--book", book, "--roots", "D, Gb", "--chords", "Maj,m,7,m7,Dim7"});
     ASSERT_EQ(run.status, 0) << run.err;
-    // Contents, then two pages for each root: four charts, then one.
-    EXPECT_EQ(PdfPages(book), 1 + 2 * 2);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList{QStringLiteral("book.pdf")});
+    // Contents, then each root's five charts two to a landscape page.
+    const PdfReader pdf(book);
+    ASSERT_EQ(pdf.Pages(), 1 + 2 * 3);
+    const auto roots = pdf.Outline();
+    EXPECT_EQ(roots, (std::vector<std::pair<std::string, int>>{{"D", 2}, {"Gb", 5}}));
+    EXPECT_EQ(pdf.LinkTargets(1), (std::vector<int>{2, 5}));
+    EXPECT_EQ(pdf.Outline(pdf.Entry("Gb")),
+              (std::vector<std::pair<std::string, int>>{
+                  {"Gb Maj", 5}, {"Gb m", 5}, {"Gb 7", 6}, {"Gb m7", 6}, {"Gb Dim7", 7}}));
+    // Every chart cell's note is set at 9 pt or more: DejaVu's line is 1.164 em.
+    int notes = 0;
+    for (const auto &[word, height] : Words(book, 6)) {
+        if (word != "Gb" && word != "Bb" && word != "Db" && word != "E" && word != "Fb")
+            continue;
+        ++notes;
+        EXPECT_GE(height / 1.164, 9.0) << word;
+    }
+    EXPECT_GT(notes, 20);
+    const auto contents = Words(book, 1);
+    ASSERT_GE(contents.size(), 3u);
+    EXPECT_EQ(contents[0].first + " " + contents[1].first, "Chord book");
 }
 
 TEST(ChartCommand, BadInputExitsTwoAndWritesNothing) {

@@ -129,23 +129,25 @@ QFont PageChartFont(const ChartSheet &sheet) {
 
 // The lists and the label at the origin, the notes table grown by `notesExtra`.
 void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
-                int notesExtra, const QFont &chartFont = ListFont()) {
+                int notesExtra, const QFont &chartFont = ListFont(),
+                Palette palette = Palette::Window) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
-    chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
-        PaintTile(g, ChartFillRule(row, column, l.ListCount()));
+    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
-    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                    Int y) {
-        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
+    chart->CellTextPaint = [&sheet, palette](const Listbox &l, Graphics &g, Int row, Int column,
+                                             Int x, Int y) {
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
     };
     const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
     notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
-        return PaintNotesText(g, l.Cell(row, column), column, x, y);
+    notes->CellTextPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column, Int x,
+                                     Int y) {
+        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
     };
     const QPoint origin = SheetRect().topLeft();
     painter.save();
@@ -201,7 +203,7 @@ QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientati
 }
 
 void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
-                    ChartOrientation orientation) {
+                    ChartOrientation orientation, Palette palette) {
     painter.fillRect(QRect(QPoint(0, 0), ChartPageSize(sheet)), Qt::white);
     painter.save();
     QFont font = ListFont();
@@ -218,17 +220,17 @@ void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::strin
         painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
     }
     painter.translate(SheetOrigin(orientation));
-    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet));
+    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet), palette);
     painter.restore();
 }
 
 QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
-                       ChartOrientation orientation) {
+                       ChartOrientation orientation, Palette palette) {
     QImage image(ChartPageSize(sheet) * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);
-    PaintChartPage(painter, sheet, title, orientation);
+    PaintChartPage(painter, sheet, title, orientation, palette);
     painter.end();
     image.setDevicePixelRatio(1);
     return image;
@@ -316,8 +318,10 @@ void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const Li
 
 // A list on cairo: its backdrop, recorded once for all lists alike and then
 // only referred to (a PDF keeps one copy), and each cell's text on top.
-void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look) {
-    std::string key = std::to_string(size.width()) + "x" + std::to_string(size.height()) + " " +
+void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look,
+                      Palette palette) {
+    std::string key = std::to_string(static_cast<int>(palette)) + " " +
+                      std::to_string(size.width()) + "x" + std::to_string(size.height()) + " " +
                       std::to_string(list.ListCount()) + " " + std::to_string(look.mirrorColumns) +
                       " " + std::to_string(look.reverseRowsFrom.value_or(-1)) + " " +
                       look.font.toString().toStdString();
@@ -359,7 +363,7 @@ void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const Lis
 } // namespace
 
 void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
-                    ChartOrientation orientation) {
+                    ChartOrientation orientation, Palette palette) {
     cairo_save(cairo);
     QFont titleFont = ListFont();
     titleFont.setPixelSize(15);
@@ -384,33 +388,34 @@ void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &
     Text(cairo, label.items[0], QRect(label.left, label.top, label.width, label.height));
 
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
-    chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
-        PaintTile(g, ChartFillRule(row, column, l.ListCount()));
+    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
-    chart->CellTextPaint = [&sheet](const Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                    Int y) {
-        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
+    chart->CellTextPaint = [&sheet, palette](const Listbox &l, Graphics &g, Int row, Int column,
+                                             Int x, Int y) {
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
     };
     const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
     notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [](const Listbox &l, Graphics &g, Int row, Int column, Int x, Int y) {
-        return PaintNotesText(g, l.Cell(row, column), column, x, y);
+    notes->CellTextPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column, Int x,
+                                     Int y) {
+        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
     };
     ListboxLook chartLook = ChartLook(orientation);
     chartLook.font = PageChartFont(sheet);
     const QRect chartPlace = Place("Listbox1"), notesPlace = Place("Listbox2");
     cairo_save(cairo);
     cairo_translate(cairo, chartPlace.left(), chartPlace.top());
-    PaintListOnCairo(cairo, *chart, chartPlace.size(), chartLook);
+    PaintListOnCairo(cairo, *chart, chartPlace.size(), chartLook, palette);
     cairo_restore(cairo);
     cairo_save(cairo);
     cairo_translate(cairo, notesPlace.left(), notesPlace.top());
     PaintListOnCairo(cairo, *notes, notesPlace.size() + QSize(0, NotesExtra(sheet)),
-                     ListboxLook{ListFont()});
+                     ListboxLook{ListFont()}, palette);
     cairo_restore(cairo);
     cairo_restore(cairo);
 }

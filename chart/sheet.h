@@ -4,6 +4,7 @@
 // as the window places them, onto any painter (image, PDF, SVG), each cell
 // by the same paint rules the window's lists use.
 
+#include "chart/cellpaint.h"
 #include "chart/chartsheet.h"
 #include "platform/listboxview.h"
 
@@ -40,13 +41,13 @@ QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientat
 // sheet's notes rows (a second one holds the degrees).
 QSize ChartPageSize(const ChartSheet &sheet);
 void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
-                    ChartOrientation orientation = {});
+                    ChartOrientation orientation = {}, Palette palette = Palette::Window);
 QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
-                       ChartOrientation orientation = {});
+                       ChartOrientation orientation = {}, Palette palette = Palette::Window);
 // The same page drawn by cairo (for the chord book's PDF): the same places,
 // the same cell paint rules through Graphics, headings and frames plain.
 void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
-                    ChartOrientation orientation = {});
+                    ChartOrientation orientation = {}, Palette palette = Palette::Window);
 // The pixel size of the chart's cell text on a page (12, less where cells hold more).
 int ChartPageTextPixels(const ChartSheet &sheet);
 

@@ -79,6 +79,7 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
               const BookLook &look) {
     Book book;
     book.orientation = look.orientation;
+    book.palette = look.palette;
     book.instrument = InstrumentTitle(chart.Sheet());
     for (std::size_t at = 0; at < roots.size(); ++at) {
         const int root = roots[at];
@@ -176,7 +177,8 @@ int WriteBook(const QString &path, const Book &book, Paper paper) {
                 cairo_save(cairo);
                 cairo_translate(cairo, kMargin, top);
                 cairo_scale(cairo, layout.scale, layout.scale);
-                PaintChartPage(cairo, chart.sheet, ChartTitle(chart.sheet), book.orientation);
+                PaintChartPage(cairo, chart.sheet, ChartTitle(chart.sheet), book.orientation,
+                               book.palette);
                 cairo_restore(cairo);
                 top += ChartPageSize(chart.sheet).height() * layout.scale + kGap;
             }

@@ -28,6 +28,7 @@ struct BookLook {
     // The roots as typed, one per root, for the Chord spelling.
     std::vector<std::string> rootNames;
     Labels labels = Labels::Notes;
+    Palette palette = Palette::Window;
 };
 
 // One chart of the book with the line above it.
@@ -44,6 +45,7 @@ struct Book {
     std::string instrument; // under the contents' title
     std::vector<BookPart> parts;
     ChartOrientation orientation;
+    Palette palette = Palette::Window;
 };
 
 // The book's page layout on a paper: landscape, a margin, and the charts at

@@ -49,6 +49,7 @@ void Export(const cli::Options &options, ChartController &chart) {
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
     const cli::Paper paper = cli::ResolvePaper(options.paper);
     const cli::Labels labels = cli::ResolveLabels(options.labels);
+    const Palette palette = cli::ResolvePalette(options.palette);
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -88,13 +89,14 @@ void Export(const cli::Options &options, ChartController &chart) {
             std::cout << text << std::flush;
     }
     if (options.png)
-        cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation);
+        cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation,
+                      palette);
     if (options.windowImage)
         cli::WriteWindowImage(QString::fromStdString(*options.windowImage), sheet, options.scale);
     if (options.svg)
-        cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation);
+        cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation, palette);
     if (options.pdf)
-        cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper);
+        cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper, palette);
     if (options.book)
         cli::WriteBook(
             QString::fromStdString(*options.book),

@@ -29,6 +29,9 @@ std::vector<std::string> Spellings() {
 std::vector<std::string> LabelKinds() {
     return {"notes", "degrees", "both"};
 }
+std::vector<std::string> Palettes() {
+    return {"window", "colour-blind"};
+}
 std::vector<std::string> Papers() {
     return {"a4", "letter"};
 }
@@ -130,6 +133,10 @@ const OptionSpec kOptions[] = {
     {"--labels", "", V::Word, "WHAT", S::Look, false,
      "what the chart's cells show: notes (default), degrees\nabove the root (R, b3, 3, 5, b7, 9, ...) or both (\"Eb b7\")",
      [](O &o, T v) { o.labels = v; }, LabelKinds},
+    {"--palette", "", V::Word, "COLOURS", S::Look, false,
+     "window (default, the program's colours) or colour-blind:\nthe four chord tones' cells filled with hues that stay\n"
+     "apart under the common colour blindnesses, the text black\nor white by contrast, no green stripe",
+     [](O &o, T v) { o.palette = v; }, Palettes},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T) { o.leftHanded = true; }, nullptr},

@@ -59,9 +59,22 @@ void WriteWindowImage(const QString &path, const ChartSheet &sheet, int scale) {
     SavePng(path, RenderSheet(sheet, scale));
 }
 
-void WritePng(const QString &path, const ChartSheet &sheet, int scale,
-              ChartOrientation orientation) {
-    SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation));
+void WritePng(const QString &path, const ChartSheet &sheet, int scale, ChartOrientation orientation,
+              Palette palette) {
+    SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation, palette));
+}
+
+Palette ResolvePalette(const std::optional<std::string> &text) {
+    if (!text)
+        return Palette::Window;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "window")
+        return Palette::Window;
+    if (lower == "colour-blind" || lower == "color-blind")
+        return Palette::ColourBlind;
+    throw BadInput("unknown palette \"" + *text + "\"; accepted: window, colour-blind");
 }
 
 Paper ResolvePaper(const std::optional<std::string> &text) {
@@ -77,7 +90,8 @@ Paper ResolvePaper(const std::optional<std::string> &text) {
     throw BadInput("unknown paper \"" + *text + "\"; accepted: a4, letter");
 }
 
-void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
+void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+              Palette palette) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
@@ -92,13 +106,13 @@ void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation ori
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
-        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation, palette);
     }
     Commit(file);
 }
 
 void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
-              Paper paper) {
+              Paper paper, Palette palette) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
@@ -113,7 +127,7 @@ void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation ori
         const QSize size = ChartPageSize(sheet);
         const double fit = static_cast<double>(painter.viewport().width()) / size.width();
         painter.scale(fit, fit);
-        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation, palette);
     }
     Commit(file);
 }

@@ -93,6 +93,10 @@ _varnock_chart() {
             _varnock_chart_offer "$cur" notes degrees both
             return 0
             ;;
+        --palette)
+            _varnock_chart_offer "$cur" window colour-blind
+            return 0
+            ;;
         --paper)
             _varnock_chart_offer "$cur" a4 letter
             return 0
@@ -128,7 +132,7 @@ _varnock_chart() {
     if [[ $cur == -* || -z $cur ]]; then
         _varnock_chart_offer "$cur" -h --help --version \
             --frets --strings --tuning --root --chord --from-settings \
-            --left-handed --flip --spelling --labels \
+            --left-handed --flip --spelling --labels --palette \
             --text --tsv -o --output --png --window-image --scale --svg --pdf --paper \
             --book --roots --chords --describe --identify --identify-frets
     fi

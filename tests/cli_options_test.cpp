@@ -275,6 +275,67 @@ TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
               RunChart({"--root", "G", "--chord", "m7", "--tsv"}).out);
 }
 
+TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStripe) {
+    OpenWindow w;
+    const ChartSheet sheet =
+        cli::WithDegrees(Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"), Spelling::Musician));
+    QTemporaryDir dir;
+    const auto render = [&](const char *palette) {
+        const QString png = dir.filePath(QString::fromLatin1(palette) + ".png");
+        const testsupport::Outcome run =
+            RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord", "7",
+                      "--palette", palette, "--png", png});
+        EXPECT_EQ(run.status, 0) << run.err;
+        return QImage(png).convertToFormat(QImage::Format_RGB32);
+    };
+    const auto greenish = [](QRgb p) { return qGreen(p) - std::max(qRed(p), qBlue(p)) > 24; };
+    for (const char *palette : {"window", "colour-blind"}) {
+        const QImage image = render(palette);
+        const bool colourBlind = std::strcmp(palette, "window") != 0;
+        std::set<QRgb> fills;
+        int cells = 0, green = 0;
+        for (Int row = 1; row <= sheet.StringCount(); ++row) {
+            const QRect band = ChartPageRow(sheet, row);
+            for (int x = band.left(); x <= band.right(); ++x)
+                for (int y = band.top(); y <= band.bottom(); ++y)
+                    green += greenish(image.pixel(x, y));
+            // A cell's fill is what stands at its lower right, clear of text
+            // and of the frame; its text is the pixel that differs most.
+            const int columns = static_cast<int>(sheet.rows[0].size());
+            for (int c = 0; c < columns; ++c) {
+                const int left = band.left() + c * band.width() / columns;
+                const int right = band.left() + (c + 1) * band.width() / columns - 1;
+                const QRgb fill = image.pixel(right - 2, band.bottom() - 2);
+                const Color fillColor = fill & 0xFFFFFF;
+                if (std::find(std::begin(colors::kToneColourBlind),
+                              std::end(colors::kToneColourBlind),
+                              fillColor) == std::end(colors::kToneColourBlind))
+                    continue;
+                ++cells;
+                fills.insert(fill);
+                double best = 1;
+                for (int x = left + 1; x < right - 1; ++x)
+                    for (int y = band.top() + 1; y < band.bottom() - 1; ++y)
+                        best =
+                            std::max(best, ContrastRatio(fillColor, image.pixel(x, y) & 0xFFFFFF));
+                EXPECT_GE(best, 4.5) << "row " << row << " column " << c;
+            }
+        }
+        int expected = 0;
+        for (std::size_t r = 1; r < sheet.rows.size(); ++r)
+            for (const std::string &cell : sheet.rows[r])
+                expected += !cell.empty();
+        EXPECT_EQ(cells, colourBlind ? expected : 0) << palette;
+        EXPECT_EQ(fills.size(), colourBlind ? 4u : 0u) << palette;
+        // The window's even rows are a light green; the colour-blind ones are not.
+        EXPECT_EQ(green > 0, !colourBlind) << palette;
+    }
+    // Black or white, whichever reads better, on each hue.
+    for (const Color hue : colors::kToneColourBlind)
+        EXPECT_GE(ContrastRatio(hue, TextColorOn(hue)), 4.5) << std::hex << hue;
+    EXPECT_NEAR(ContrastRatio(0x000000, 0xFFFFFF), 21.0, 1e-9);
+}
+
 TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
     struct Row {
         const char *notes;
@@ -365,6 +426,8 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
         {{"--spelling", "flat", "--png", out},
          "\"flat\"; accepted: musician, sharps, flats, chord"},
         {{"--paper", "a5", "--pdf", out}, "unknown paper \"a5\"; accepted: a4, letter"},
+        {{"--palette", "grey", "--png", out},
+         "unknown palette \"grey\"; accepted: window, colour-blind"},
         {{"--labels", "note", "--png", out},
          "unknown labels \"note\"; accepted: notes, degrees, both"},
         {{"--identify", "D,H"}, "\"H\" is not a note name"},

@@ -119,6 +119,9 @@ void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation ori
         QPdfWriter pdf(&file);
         SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
         pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        // Landscape, as the book's pages: the chart is wide, and on a portrait
+        // page its cell text would shrink below 8 pt.
+        pdf.setPageOrientation(QPageLayout::Landscape);
         pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
                            QPageLayout::Point);
         QPainter painter;

@@ -33,7 +33,7 @@ enum class Paper { A4, Letter };
 Paper ResolvePaper(const std::optional<std::string> &text);
 // Margins of a printed page, in points.
 constexpr double kPageMargin = 42;
-// One page of the paper, the sheet scaled to the width inside the margins.
+// One landscape page of the paper, the sheet scaled to the width inside the margins.
 void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {},
               Paper paper = Paper::A4, Palette palette = Palette::Window);
 

@@ -405,6 +405,40 @@ TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     EXPECT_EQ(contents[0].first + " " + contents[1].first, "Chord book");
 }
 
+TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
+    struct Row {
+        const char *paper; // "" for the default
+        const char *mediaBox;
+    };
+    const Row cases[] = {{"", "/MediaBox [0 0 842.000000 595.000000]"},
+                         {"a4", "/MediaBox [0 0 842.000000 595.000000]"},
+                         {"Letter", "/MediaBox [0 0 792.000000 612.000000]"}};
+    QTemporaryDir dir;
+    for (const Row &c : cases) {
+        const QString pdf = dir.filePath(QStringLiteral("chart.pdf"));
+        QStringList args{"--root",    "Eb",       "--chord", "7",     "--frets",
+                         "Chromatic", "--tuning", "D,A,D,G", "--pdf", pdf};
+        if (*c.paper)
+            args << "--paper" << c.paper;
+        ASSERT_EQ(RunChart(args).status, 0) << c.paper;
+        EXPECT_NE(testsupport::ReadBytes(pdf.toStdString()).find(c.mediaBox), std::string::npos)
+            << c.paper;
+        const auto words = Words(pdf, 1);
+        std::string title;
+        for (std::size_t i = 0; i < 6 && i < words.size(); ++i)
+            title += (i ? " " : "") + words[i].first;
+        EXPECT_EQ(title, "Eb 7: Eb G Bb Db") << c.paper;
+        // Every Db on the page is set at 9 pt or more.
+        int cells = 0;
+        for (const auto &[word, height] : words)
+            if (word == "Db") {
+                ++cells;
+                EXPECT_GE(height / 1.164, 9.0);
+            }
+        EXPECT_EQ(cells, 1 + 6 + 1) << c.paper; // the title, six cells, the notes table
+    }
+}
+
 TEST(ChartCommand, BadInputExitsTwoAndWritesNothing) {
     QTemporaryDir dir;
     const QString out = dir.filePath(QStringLiteral("out"));

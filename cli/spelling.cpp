@@ -72,14 +72,20 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
             cell = respell(cell);
     for (std::string &note : out.notes)
         note = respell(note);
+    // A string is named as tuned, never as the chord spells its note: an A
+    // string stays A in Gb m, whose third is Bbb.
     const std::vector<std::string> chordNotes = out.ChordNotes();
+    const auto rootWritten =
+        chordNotes.empty() ? std::nullopt : catalogue::ParseWritten(chordNotes[0]);
+    const bool flat = spelling == Spelling::Flats || (spelling == Spelling::Musician &&
+                                                      rootWritten && rootWritten->accidental < 0);
     for (std::size_t s = 0; s < out.stringNames.size() && s < out.openNotes.size(); ++s) {
         const int open = out.openNotes[s];
         if (spelling == Spelling::Musician && s < tuning.size() &&
             catalogue::ParseNote(WrittenRoot(tuning[s])) == open)
             out.stringNames[s] = Plain(tuning[s]);
         else
-            out.stringNames[s] = SpellNote(open, spelling, chordNotes);
+            out.stringNames[s] = flat ? catalogue::FlatName(open) : catalogue::SharpName(open);
     }
     return out;
 }

@@ -26,9 +26,9 @@ std::vector<std::string> SpellingRoots(const std::optional<std::string> &list);
 
 // The sheet with its notes renamed; Sharps gives it back as it is. A root
 // that is empty or whose pitch is not the sheet's root gives way to the
-// sheet's root named by PlainRoot. The strings are named as the chart names
-// their notes (SpellNote); with Musician, a string's entry of the typed
-// `tuning` ("D,A,Bb") is kept as typed.
+// sheet's root named by PlainRoot. The strings are named by their open
+// notes' sharp or flat names, never as chord tones; with Musician, a
+// string's entry of the typed `tuning` ("D,A,Bb") is kept as typed.
 ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &root,
                  const std::vector<std::string> &tuning = {});
 

@@ -209,7 +209,11 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
         {{"--identify", "D#,F#,A,C", "--spelling", "chord"}, "A Dim7: A C Eb Gb\n"},
         {{"--root", "B\u266D", "--tuning", "D,Bb,F", "--chord", "7"},
          "Bb 7: Bb D F Ab - Diatonic, 3 strings D Bb F\n"},
-        {{"--root", "A#", "--chord", "Maj"}, "A# Maj: A# C## E# - "},
+        {{"--root", "A#", "--chord", "Maj"}, "A# Maj: A# C## E# - Diatonic, 3 strings D A D\n"},
+        {{"--root", "Gb", "--chord", "m", "--tuning", "d,a,d"},
+         "Gb m: Gb Bbb Db - Diatonic, 3 strings D A D\n"},
+        {{"--root", "Gb", "--chord", "m", "--tuning", "D,Bb,D"},
+         "Gb m: Gb Bbb Db - Diatonic, 3 strings D Bb D\n"},
         {{"--root", "Eb", "--spelling", "sharps"}, "D# Maj: D# G A# - "},
         {{"--root", "Eb", "--spelling", "flats", "--chord", "Aug"}, "Eb Aug: Eb G B - "},
     };

@@ -92,7 +92,9 @@ void Export(const cli::Options &options, ChartController &chart) {
         cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation,
                       palette);
     if (options.windowImage)
-        cli::WriteWindowImage(QString::fromStdString(*options.windowImage), sheet, options.scale);
+        // The window's own names: it knows no other spelling.
+        cli::WriteWindowImage(QString::fromStdString(*options.windowImage), chart.Sheet(),
+                              options.scale);
     if (options.svg)
         cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation, palette);
     if (options.pdf)

@@ -274,6 +274,18 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     const QString big = dir.filePath(QStringLiteral("big.png"));
     ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
+    // Whatever the exports' spelling, the window's image keeps the window's names.
+    cli::Options eb = Example2();
+    eb.root = "Eb";
+    Select(*w, eb);
+    ASSERT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "Eb", "--chord",
+                        "7", "--window-image", png, "--spelling", "flats"})
+                  .status,
+              0);
+    EXPECT_EQ(QImage(png)
+                  .convertToFormat(QImage::Format_RGB32)
+                  .copy(QRect(QPoint(0, 0), chartPixels.size())),
+              Grab(w->ControlView("Listbox1")));
 }
 
 // Just enough of a PDF to follow its page tree, outline and links: the

@@ -320,13 +320,18 @@ void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const Li
 // only referred to (a PDF keeps one copy), and each cell's text on top.
 void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look,
                       Palette palette) {
-    std::string key = std::to_string(static_cast<int>(palette)) + " " +
-                      std::to_string(size.width()) + "x" + std::to_string(size.height()) + " " +
-                      std::to_string(list.ListCount()) + " " + std::to_string(look.mirrorColumns) +
-                      " " + std::to_string(look.reverseRowsFrom.value_or(-1)) + " " +
-                      look.font.toString().toStdString();
-    for (Int c = 0; c < list.ColumnCount(); ++c)
-        key += "|" + list.Heading(c);
+    std::string key = look.font.toString().toStdString();
+    for (const Int part :
+         {static_cast<Int>(palette), static_cast<Int>(size.width()),
+          static_cast<Int>(size.height()), list.ListCount(), static_cast<Int>(look.mirrorColumns),
+          look.reverseRowsFrom.value_or(-1)}) {
+        key += ' ';
+        key += std::to_string(part);
+    }
+    for (Int c = 0; c < list.ColumnCount(); ++c) {
+        key += '|';
+        key += list.Heading(c);
+    }
     static std::map<std::string, cairo_surface_t *> backdrops;
     cairo_surface_t *&backdrop = backdrops[key];
     if (!backdrop) {

@@ -258,13 +258,16 @@ void SetColor(cairo_t *cairo, Color c) {
                          (c & 255) / 255.0);
 }
 
-// The face of a Qt font, bold as the lists' are, at its pixel size.
+// The face of a Qt font, bold as the lists' are, at its pixel size; a
+// narrower stretch narrows the glyphs alone, as the measure that chose it.
 void SetFont(cairo_t *cairo, const QFont &font) {
-    cairo_select_font_face(
-        cairo,
-        font.stretch() != 0 && font.stretch() < 100 ? "DejaVu Sans Condensed" : "DejaVu Sans",
-        CAIRO_FONT_SLANT_NORMAL, font.bold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo, font.pixelSize());
+    cairo_select_font_face(cairo, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL,
+                           font.bold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    const double size = font.pixelSize();
+    const double stretch = font.stretch() > 0 ? font.stretch() / 100.0 : 1.0;
+    cairo_matrix_t matrix;
+    cairo_matrix_init_scale(&matrix, size * stretch, size);
+    cairo_set_font_matrix(cairo, &matrix);
 }
 
 // Text whose baseline centres its line in `r`, from the left or centred.

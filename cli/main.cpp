@@ -100,10 +100,11 @@ void Export(const cli::Options &options, ChartController &chart) {
     if (options.pdf)
         cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper, palette);
     if (options.book)
-        cli::WriteBook(
-            QString::fromStdString(*options.book),
-            cli::MakeBook(chart, roots, chords,
-                          {orientation, spelling, cli::SpellingRoots(options.roots), labels}));
+        cli::WriteBook(QString::fromStdString(*options.book),
+                       cli::MakeBook(chart, roots, chords,
+                                     {orientation, spelling, cli::SpellingRoots(options.roots),
+                                      labels, palette}),
+                       paper);
 }
 
 int Run(int argc, char **argv) {

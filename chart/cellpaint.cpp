@@ -1,5 +1,7 @@
 #include "chart/cellpaint.h"
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace varnock {
@@ -129,6 +131,68 @@ bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int
         return false;
     g.ForeColor(*color);
     g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
+}
+
+namespace {
+
+double Luminance(Color c) {
+    const auto linear = [](Color channel) {
+        const double v = static_cast<double>(channel & 255) / 255.0;
+        return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(c >> 16) + 0.7152 * linear(c >> 8) + 0.0722 * linear(c);
+}
+
+// A tone's cell in the colour-blind palette: filled inside its frame with
+// the tone's hue, the text in the colour that stands out on it.
+void PaintToneCell(Graphics &g, const std::string &text, Int tone, Int x, Int y) {
+    const Color fill = colors::kToneColourBlind[tone];
+    g.ForeColor(fill);
+    g.FillRect(1, 1, static_cast<double>(g.Width() - 2), static_cast<double>(g.Height() - 2));
+    g.ForeColor(TextColorOn(fill));
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+}
+
+} // namespace
+
+double ContrastRatio(Color a, Color b) {
+    const double la = Luminance(a), lb = Luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+Color TextColorOn(Color fill) {
+    return ContrastRatio(fill, 0x000000) >= ContrastRatio(fill, 0xFFFFFF) ? 0x000000 : 0xFFFFFF;
+}
+
+FillRule InPalette(FillRule rule, Palette palette) {
+    if (palette == Palette::ColourBlind && rule.kind == Fill::Gradient &&
+        rule.color == colors::kGradientGreen)
+        rule.color = colors::kStripeColourBlind;
+    return rule;
+}
+
+bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::string, 4> &notes,
+                    Int x, Int y, Palette palette) {
+    if (palette == Palette::Window)
+        return PaintChartText(g, text, notes, x, y);
+    for (Int tone = 0; tone < 4; ++tone)
+        if (text == notes[static_cast<std::size_t>(tone)]) {
+            if (text.empty())
+                return false;
+            PaintToneCell(g, text, tone, x, y);
+            return true;
+        }
+    return false;
+}
+
+bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y,
+                    Palette palette) {
+    if (palette == Palette::Window)
+        return PaintNotesText(g, text, column, x, y);
+    if (column < 0 || column > 3 || text.empty())
+        return false;
+    PaintToneCell(g, text, column, x, y);
     return true;
 }
 

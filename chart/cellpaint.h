@@ -26,7 +26,21 @@ inline constexpr Color kNote[4] = {0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000};
 // A scale's fifth to seventh notes: dark enough on the green and grey tiles,
 // and far in hue from the root's green and from each other.
 inline constexpr Color kScaleNote[3] = {0xC05800, 0x007A7A, 0x6A2C91};
+// The export's palette for every eye: four hues of the Okabe-Ito set, which
+// stay apart under the common colour blindnesses, and a neutral stripe.
+inline constexpr Color kToneColourBlind[4] = {0x0072B2, 0xE69F00, 0xCC79A7, 0xF0E442};
+inline constexpr Color kStripeColourBlind = 0xCDD0D4;
 } // namespace colors
+
+// How an export colours the chord's tones: as the window does (coloured
+// text), or each tone's cell filled with its hue and the text in black or
+// white, whichever stands out more.
+enum class Palette { Window, ColourBlind };
+
+// The WCAG contrast ratio of two colours, 1 to 21.
+double ContrastRatio(Color a, Color b);
+// Black or white, whichever has the greater contrast on `fill`.
+Color TextColorOn(Color fill);
 
 enum class Fill { None, Flat, Gradient };
 
@@ -34,6 +48,9 @@ struct FillRule {
     Fill kind = Fill::None;
     Color color = 0; // flat colour, or the gradient's bottom colour
 };
+
+// A fill rule in a palette: the colour-blind one has no green stripe.
+FillRule InPalette(FillRule rule, Palette palette);
 
 // The chart's fill for a cell; rows at or beyond rowCount get none (plain list
 // background). The row test comes before the column test.
@@ -65,6 +82,12 @@ std::optional<Color> NotesTextColor(Int column);
 bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::string, 4> &notes,
                     Int x, Int y);
 bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y);
+
+// PaintChartText and PaintNotesText in a palette.
+bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::string, 4> &notes,
+                    Int x, Int y, Palette palette);
+bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y,
+                    Palette palette);
 
 // Draws the tile of a cell: the fill, then the four frame lines. Draws nothing
 // for Fill::None.

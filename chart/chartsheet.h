@@ -26,13 +26,15 @@ struct ChartSheet {
     // A scale's notes past the fourth, in order: keys of further colours. The
     // program's chords never have any.
     std::vector<std::string> extraNotes;
-    std::vector<int> openNotes;      // the open note index of each string, Bass first
-    int root = 0;                    // the root's note index
-    Int chordType = 0;               // index of the chord type, -1 for none
-    std::string rootItem, chordItem; // the root and chord popups' texts
+    std::vector<int> openNotes;           // the open note index of each string, Bass first
+    std::vector<std::string> stringNames; // each string's open note by name, Bass first
+    int root = 0;                         // the root's note index
+    Int chordType = 0;                    // index of the chord type, -1 for none
+    std::string rootItem, chordItem;      // the root and chord popups' texts
 
     Int StringCount() const { return static_cast<Int>(openNotes.size()); }
-    // The notes table's names in order, blanks left out.
+    // The notes in order: the notes table's first row, blanks left out, then a
+    // scale's further notes.
     std::vector<std::string> ChordNotes() const;
 };
 

@@ -2,6 +2,7 @@
 
 #include "chart/cellpaint.h"
 #include "chart/controls.h"
+#include "model/catalogue.h"
 #include "platform/graphics.h"
 
 namespace varnock {
@@ -141,8 +142,10 @@ void ChartController::MakeSheet() {
     sheet->notes = {Model.Note1, Model.Note2, Model.Note3, Model.Note4};
     const Int open[4] = {Model.M.nOpenBassString, Model.M.nOpenMiddleString,
                          Model.M.nOpenMelodyString, Model.M.nOpenForthString};
-    for (Int s = 0; s < StringCount(); ++s)
+    for (Int s = 0; s < StringCount(); ++s) {
         sheet->openNotes.push_back(static_cast<int>(open[s]));
+        sheet->stringNames.push_back(catalogue::SharpName(static_cast<int>(open[s])));
+    }
     sheet->root = static_cast<int>(Model.SelectedChord);
     sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;
     sheet->rootItem = PopupMenu1->List(PopupMenu1->ListIndex());

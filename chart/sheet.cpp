@@ -5,9 +5,14 @@
 #include "platform/listboxview.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QStyle>
 
+#include <cairo.h>
+
+#include <algorithm>
+#include <map>
 #include <memory>
 #include <string_view>
 
@@ -73,20 +78,6 @@ QSize SheetSize() {
     return SheetRect().size();
 }
 
-namespace {
-
-// The notes table's rows beyond the one the window has room for, in pixels.
-int ExtraNotesHeight(const ChartSheet &sheet) {
-    const int rows = static_cast<int>(sheet.notesRows.size());
-    return rows > 1 ? (rows - 1) * static_cast<int>(ControlByName("Listbox2").rowHeight) : 0;
-}
-
-} // namespace
-
-QSize SheetSize(const ChartSheet &sheet) {
-    return SheetSize() + QSize(0, ExtraNotesHeight(sheet));
-}
-
 ListboxLook ChartLook(ChartOrientation orientation) {
     ListboxLook look{ListFont()};
     look.mirrorColumns = orientation.leftHanded;
@@ -109,34 +100,72 @@ bool PaintScaleText(Graphics &g, const std::string &text, const std::vector<std:
     return true;
 }
 
-} // namespace
+// The page's title band above the sheet and the names' column beside it.
+constexpr int kTitleHeight = 28;
+constexpr int kNamesWidth = 34;
 
-void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
+// Extra notes table rows below the window's one.
+int NotesExtra(const ChartSheet &sheet) {
+    return static_cast<int>(std::max<std::size_t>(sheet.notesRows.size(), 1) - 1) *
+           ControlByName("Listbox2").rowHeight;
+}
+
+// The chart's font on paper: the list's, or where some cell's text would not
+// fit its cell (a note with its degree), the largest narrower face that fits.
+QFont PageChartFont(const ChartSheet &sheet) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
-    chart->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int column) {
-        PaintTile(g, ChartFillRule(row, column, l.ListCount()));
+    const auto fits = [&](const QFont &font) {
+        const QFontMetrics metrics(font);
+        for (Int r = 1; r < chart->ListCount(); ++r)
+            for (Int c = 0; c < chart->ColumnCount(); ++c) {
+                const int room =
+                    ListboxCellRect(*chart, Place("Listbox1").size(), r, c).width() - 3;
+                if (metrics.horizontalAdvance(QString::fromStdString(chart->Cell(r, c))) > room)
+                    return false;
+            }
+        return true;
+    };
+    QFont font = ListFont();
+    for (const auto &[stretch, pixels] : {std::pair{100, 12},
+                                          {QFont::Condensed, 11},
+                                          {QFont::ExtraCondensed, 11},
+                                          {QFont::ExtraCondensed, 10}}) {
+        font.setStretch(stretch);
+        font.setPixelSize(pixels);
+        if (fits(font))
+            break;
+    }
+    return font;
+}
+
+// The lists and the label at the origin, the notes table grown by `notesExtra`.
+void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
+                int notesExtra, const QFont &chartFont = ListFont(),
+                Palette palette = Palette::Window) {
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
     const std::vector<std::string> scale = sheet.ChordNotes();
-    chart->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
-                                            Int x, Int y) {
+    chart->CellTextPaint = [&sheet, &scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                     Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
             return PaintScaleText(g, l.Cell(row, column), scale, x, y);
-        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y);
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
     };
     const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
     notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [&sheet, &scale](const Listbox &l, Graphics &g, Int row, Int column,
-                                            Int x, Int y) {
+    notes->CellTextPaint = [&sheet, &scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                     Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
             return PaintScaleText(g, l.Cell(row, column), scale, x, y);
-        return PaintNotesText(g, l.Cell(row, column), column, x, y);
+        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
     };
     const QPoint origin = SheetRect().topLeft();
-    painter.fillRect(QRect(QPoint(0, 0), SheetSize(sheet)), Qt::white);
     painter.save();
     painter.translate(Place("Label4").topLeft() - origin);
     PaintLabel(painter, "Label4");
@@ -145,15 +174,86 @@ void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation ori
         painter.save();
         painter.translate(Place(name).topLeft() - origin);
         const bool isChart = std::string_view(name) == "Listbox1";
-        PaintListbox(painter, isChart ? *chart : *notes,
-                     Place(name).size() + QSize(0, isChart ? 0 : ExtraNotesHeight(sheet)),
-                     isChart ? ChartLook(orientation) : ListboxLook{ListFont()});
+        const QSize size = Place(name).size() + QSize(0, isChart ? 0 : notesExtra);
+        ListboxLook chartLook = ChartLook(orientation);
+        chartLook.font = chartFont;
+        PaintListbox(painter, isChart ? *chart : *notes, size,
+                     isChart ? chartLook : ListboxLook{ListFont()});
         painter.restore();
     }
 }
 
+// Where the window's sheet stands on the page.
+QPoint SheetOrigin(ChartOrientation orientation) {
+    return QPoint(orientation.leftHanded ? 0 : kNamesWidth, kTitleHeight);
+}
+
+} // namespace
+
+void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation) {
+    painter.fillRect(QRect(QPoint(0, 0), SheetSize()), Qt::white);
+    PaintLists(painter, sheet, orientation, 0);
+}
+
+QSize ChartPageSize(const ChartSheet &sheet) {
+    return SheetSize() + QSize(kNamesWidth, kTitleHeight + NotesExtra(sheet));
+}
+
+QRect ChartPageRow(const ChartSheet &sheet, Int row, ChartOrientation orientation) {
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    const QRect first =
+        ListboxCellPlace(*chart, Place("Listbox1").size(), row, 0, ChartLook(orientation));
+    const QRect whole(first.left(), first.top(), 0, first.height());
+    QRect r = whole;
+    for (Int c = 0; c < chart->ColumnCount(); ++c)
+        r = r.united(
+            ListboxCellPlace(*chart, Place("Listbox1").size(), row, c, ChartLook(orientation)));
+    return r.translated(SheetOrigin(orientation) + Place("Listbox1").topLeft() -
+                        SheetRect().topLeft());
+}
+
+QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientation) {
+    const QRect r = ChartPageRow(sheet, row, orientation);
+    const int left = orientation.leftHanded ? SheetSize().width() : 0;
+    return QRect(left, r.top(), kNamesWidth, r.height());
+}
+
+void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation, Palette palette) {
+    painter.fillRect(QRect(QPoint(0, 0), ChartPageSize(sheet)), Qt::white);
+    painter.save();
+    QFont font = ListFont();
+    font.setPixelSize(15);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextForceLeftToRight,
+                     QString::fromStdString(title));
+    painter.setFont(ListFont());
+    for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
+        const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
+        painter.fillRect(r.adjusted(2, 0, -2, 0), QColor(QRgb(colors::kOpenString)));
+        painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
+    }
+    painter.translate(SheetOrigin(orientation));
+    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet), palette);
+    painter.restore();
+}
+
+QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
+                       ChartOrientation orientation, Palette palette) {
+    QImage image(ChartPageSize(sheet) * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintChartPage(painter, sheet, title, orientation, palette);
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation) {
-    QImage image(SheetSize(sheet) * scale, QImage::Format_RGB32);
+    QImage image(SheetSize() * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -161,6 +261,187 @@ QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientat
     painter.end();
     image.setDevicePixelRatio(1);
     return image;
+}
+
+int ChartPageTextPixels(const ChartSheet &sheet) {
+    return PageChartFont(sheet).pixelSize();
+}
+
+namespace {
+
+void SetColor(cairo_t *cairo, Color c) {
+    cairo_set_source_rgb(cairo, ((c >> 16) & 255) / 255.0, ((c >> 8) & 255) / 255.0,
+                         (c & 255) / 255.0);
+}
+
+// The face of a Qt font, bold as the lists' are, at its pixel size; a
+// narrower stretch narrows the glyphs alone, as the measure that chose it.
+void SetFont(cairo_t *cairo, const QFont &font) {
+    cairo_select_font_face(cairo, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL,
+                           font.bold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    const double size = font.pixelSize();
+    const double stretch = font.stretch() > 0 ? font.stretch() / 100.0 : 1.0;
+    cairo_matrix_t matrix;
+    cairo_matrix_init_scale(&matrix, size * stretch, size);
+    cairo_set_font_matrix(cairo, &matrix);
+}
+
+// Text whose baseline centres its line in `r`, from the left or centred.
+void Text(cairo_t *cairo, const std::string &text, const QRect &r, bool centred = false) {
+    cairo_font_extents_t font;
+    cairo_font_extents(cairo, &font);
+    cairo_text_extents_t ink;
+    cairo_text_extents(cairo, text.c_str(), &ink);
+    const double x = centred ? r.left() + (r.width() - ink.x_advance) / 2 : r.left();
+    cairo_move_to(cairo, x, r.top() + (r.height() + font.ascent - font.descent) / 2);
+    cairo_show_text(cairo, text.c_str());
+}
+
+// What of a list is the same in every chart of a book (frame, heading line,
+// cell tiles) drawn plainly where PaintListbox places it.
+void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look) {
+    SetColor(cairo, 0xFFFFFF);
+    cairo_rectangle(cairo, 0, 0, size.width(), size.height());
+    cairo_fill(cairo);
+    SetFont(cairo, look.font);
+    for (Int c = 0; c < list.ColumnCount(); ++c) {
+        QRect r = ListboxCellPlace(list, size, 0, c, look);
+        r.moveTop(1);
+        r.setHeight(kListboxHeadingHeight);
+        Graphics g(cairo, r);
+        g.ForeColor(0xF2F2F2);
+        g.FillRect(0, 0, r.width(), r.height());
+        g.ForeColor(colors::kFrameDark);
+        g.DrawLine(0, r.height() - 1, r.width(), r.height() - 1);
+        g.DrawLine(r.width() - 1, 0, r.width() - 1, r.height());
+        SetColor(cairo, 0);
+        Text(cairo, list.Heading(c), r.adjusted(4, 0, 0, 0));
+    }
+    const Int rowHeight = list.DefaultRowHeight();
+    const Int rows = (size.height() - 2 - kListboxHeadingHeight + rowHeight - 1) / rowHeight;
+    cairo_save(cairo);
+    cairo_rectangle(cairo, 1, 1, size.width() - 2, size.height() - 2);
+    cairo_clip(cairo);
+    for (Int row = 0; row < rows; ++row)
+        for (Int c = 0; c < list.ColumnCount(); ++c) {
+            Graphics g(cairo, ListboxCellPlace(list, size, row, c, look));
+            if (list.CellBackgroundPaint)
+                list.CellBackgroundPaint(list, g, row, c);
+        }
+    cairo_restore(cairo);
+    SetColor(cairo, colors::kFrameDark);
+    cairo_set_line_width(cairo, 1);
+    cairo_rectangle(cairo, 0.5, 0.5, size.width() - 1, size.height() - 1);
+    cairo_stroke(cairo);
+}
+
+// A list on cairo: its backdrop, recorded once for all lists alike and then
+// only referred to (a PDF keeps one copy), and each cell's text on top.
+void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look,
+                      Palette palette) {
+    std::string key = look.font.toString().toStdString();
+    for (const Int part :
+         {static_cast<Int>(palette), static_cast<Int>(size.width()),
+          static_cast<Int>(size.height()), list.ListCount(), static_cast<Int>(look.mirrorColumns),
+          look.reverseRowsFrom.value_or(-1)}) {
+        key += ' ';
+        key += std::to_string(part);
+    }
+    for (Int c = 0; c < list.ColumnCount(); ++c) {
+        key += '|';
+        key += list.Heading(c);
+    }
+    static std::map<std::string, cairo_surface_t *> backdrops;
+    cairo_surface_t *&backdrop = backdrops[key];
+    if (!backdrop) {
+        const cairo_rectangle_t extents{0, 0, static_cast<double>(size.width()),
+                                        static_cast<double>(size.height())};
+        backdrop = cairo_recording_surface_create(CAIRO_CONTENT_COLOR, &extents);
+        cairo_t *onBackdrop = cairo_create(backdrop);
+        PaintListBackdrop(onBackdrop, list, size, look);
+        cairo_destroy(onBackdrop);
+    }
+    cairo_save(cairo);
+    cairo_set_source_surface(cairo, backdrop, 0, 0);
+    cairo_paint(cairo);
+    cairo_restore(cairo);
+
+    SetFont(cairo, look.font);
+    cairo_font_extents_t font;
+    cairo_font_extents(cairo, &font);
+    for (Int row = 0; row < list.ListCount(); ++row)
+        for (Int c = 0; c < list.ColumnCount(); ++c) {
+            // Most cells of a chart are empty, and each drawing costs.
+            if (list.Cell(row, c).empty())
+                continue;
+            const QRect r = ListboxCellPlace(list, size, row, c, look);
+            const Int y = static_cast<Int>((r.height() + font.ascent - font.descent) / 2);
+            Graphics g(cairo, r);
+            if (!list.CellTextPaint || !list.CellTextPaint(list, g, row, c, 4, y)) {
+                g.ForeColor(0);
+                g.DrawString(list.Cell(row, c), 4, static_cast<double>(y));
+            }
+        }
+}
+
+} // namespace
+
+void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation, Palette palette) {
+    cairo_save(cairo);
+    QFont titleFont = ListFont();
+    titleFont.setPixelSize(15);
+    SetFont(cairo, titleFont);
+    SetColor(cairo, 0);
+    Text(cairo, title, QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4));
+    SetFont(cairo, ListFont());
+    for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
+        const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
+        SetColor(cairo, colors::kOpenString);
+        cairo_rectangle(cairo, r.left() + 2, r.top(), r.width() - 4, r.height());
+        cairo_fill(cairo);
+        SetColor(cairo, 0);
+        Text(cairo, sheet.stringNames[s], r, true);
+    }
+    const QPoint at = SheetOrigin(orientation) - SheetRect().topLeft();
+    cairo_translate(cairo, at.x(), at.y());
+    const ControlSpec &label = ControlByName("Label4");
+    QFont labelFont = LabelFont();
+    SetFont(cairo, labelFont);
+    SetColor(cairo, 0);
+    Text(cairo, label.items[0], QRect(label.left, label.top, label.width, label.height));
+
+    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
+    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
+        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
+        return false;
+    };
+    chart->CellTextPaint = [&sheet, palette](const Listbox &l, Graphics &g, Int row, Int column,
+                                             Int x, Int y) {
+        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
+    };
+    const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
+    notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
+        PaintTile(g, NotesFillRule(row, l.ListCount()));
+        return false;
+    };
+    notes->CellTextPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column, Int x,
+                                     Int y) {
+        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
+    };
+    ListboxLook chartLook = ChartLook(orientation);
+    chartLook.font = PageChartFont(sheet);
+    const QRect chartPlace = Place("Listbox1"), notesPlace = Place("Listbox2");
+    cairo_save(cairo);
+    cairo_translate(cairo, chartPlace.left(), chartPlace.top());
+    PaintListOnCairo(cairo, *chart, chartPlace.size(), chartLook, palette);
+    cairo_restore(cairo);
+    cairo_save(cairo);
+    cairo_translate(cairo, notesPlace.left(), notesPlace.top());
+    PaintListOnCairo(cairo, *notes, notesPlace.size() + QSize(0, NotesExtra(sheet)),
+                     ListboxLook{ListFont()}, palette);
+    cairo_restore(cairo);
+    cairo_restore(cairo);
 }
 
 } // namespace varnock

@@ -4,6 +4,7 @@
 // as the window places them, onto any painter (image, PDF, SVG), each cell
 // by the same paint rules the window's lists use.
 
+#include "chart/cellpaint.h"
 #include "chart/chartsheet.h"
 #include "platform/listboxview.h"
 
@@ -12,6 +13,7 @@
 #include <QSize>
 
 class QPainter;
+typedef struct _cairo cairo_t;
 
 namespace varnock {
 
@@ -28,13 +30,30 @@ QFont LabelFont();
 
 // The chart at the origin; the rest where the window has it relative to the chart.
 QSize SheetSize();
-// The same with room for every row of the sheet's notes table: a scale's
-// seven notes take two rows of four, the program's chords one.
-QSize SheetSize(const ChartSheet &sheet);
 // The chart's look for PaintListbox under an orientation.
 ListboxLook ChartLook(ChartOrientation orientation);
 void PaintSheet(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation = {});
 // At `scale` device pixels per sheet pixel, on white.
 QImage RenderSheet(const ChartSheet &sheet, int scale, ChartOrientation orientation = {});
+
+// The sheet for paper: a title line above it, each string row headed by the
+// string's name on the open-string side, and a notes table as tall as the
+// sheet's notes rows (a second one holds the degrees).
+QSize ChartPageSize(const ChartSheet &sheet);
+void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation = {}, Palette palette = Palette::Window);
+QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
+                       ChartOrientation orientation = {}, Palette palette = Palette::Window);
+// The same page drawn by cairo (for the chord book's PDF): the same places,
+// the same cell paint rules through Graphics, headings and frames plain.
+void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation = {}, Palette palette = Palette::Window);
+// The pixel size of the chart's cell text on a page (12, less where cells hold more).
+int ChartPageTextPixels(const ChartSheet &sheet);
+
+// Where PaintChartPage draws string row `row` (1 for the first string) of the
+// chart, and the name heading it.
+QRect ChartPageRow(const ChartSheet &sheet, Int row, ChartOrientation orientation = {});
+QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientation = {});
 
 } // namespace varnock

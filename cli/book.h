@@ -1,11 +1,14 @@
 #pragma once
 
-// The chord book: a contents page, then for each root a titled page
-// (continued as needed) with the chart and notes of each chord.
+// The chord book: a contents page whose entries link to the roots, then for
+// each root titled landscape pages with as many charts as stay readable
+// (cell text of 9 pt or more), and an outline of roots and their chords.
 
 #include "chart/chartsheet.h"
 #include "chart/sheet.h"
 #include "cli/degrees.h"
+#include "cli/spelling.h"
+#include "cli/writers.h"
 
 #include <QString>
 
@@ -18,15 +21,14 @@ class ChartController;
 
 namespace varnock::cli {
 
-// Charts per book page; a root with more chords continues on further pages.
-constexpr int kChartsPerPage = 4;
-
 // How the book shows its charts; by default as the program's window does.
 struct BookLook {
     ChartOrientation orientation;
-    Spelling spelling = Spelling::Sharps;
+    Spelling spelling = Spelling::Musician;
     // The roots as typed, one per root, for the Chord spelling.
     std::vector<std::string> rootNames;
+    Labels labels = Labels::Notes;
+    Palette palette = Palette::Window;
 };
 
 // One chart of the book with the line above it.
@@ -43,7 +45,19 @@ struct Book {
     std::string instrument; // under the contents' title
     std::vector<BookPart> parts;
     ChartOrientation orientation;
+    Palette palette = Palette::Window;
 };
+
+// The book's page layout on a paper: landscape, a margin, and the charts at
+// one scale, as many to a page as fit at it.
+struct BookLayout {
+    double width = 0, height = 0; // the page in points
+    double scale = 1;             // points per chart pixel
+    int chartsPerPage = 1;
+};
+// Smallest cell text on the book's pages, in points.
+constexpr double kBookTextPoints = 9;
+BookLayout LayoutBook(const Book &book, Paper paper);
 
 // Sets the root and chord popups of `chart` in turn and keeps each sheet,
 // spelled as the look asks.
@@ -51,6 +65,6 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
               const BookLook &look = {});
 
 // Returns the number of pages.
-int WriteBook(const QString &path, const Book &book);
+int WriteBook(const QString &path, const Book &book, Paper paper = Paper::A4);
 
 } // namespace varnock::cli

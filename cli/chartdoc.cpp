@@ -25,12 +25,18 @@ std::vector<std::vector<std::string>> Oriented(std::vector<std::vector<std::stri
 }
 
 std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation) {
-    const auto rows = Oriented(ChartRows(sheet), orientation);
+    // Each string row headed by the string's name, on the open-string side.
+    auto named = ChartRows(sheet);
+    for (std::size_t r = 0; r < named.size(); ++r)
+        named[r].insert(named[r].begin(), r >= 2 && r - 2 < sheet.stringNames.size()
+                                              ? sheet.stringNames[r - 2]
+                                              : std::string());
+    const auto rows = Oriented(std::move(named), orientation);
     std::vector<std::size_t> width(rows.empty() ? 0 : rows[0].size(), 0);
     for (const auto &row : rows)
         for (std::size_t c = 0; c < row.size(); ++c)
             width[c] = std::max(width[c], row[c].size());
-    std::string out;
+    std::string out = ChartTitle(sheet) + "\n";
     for (const auto &row : rows) {
         std::string line;
         for (std::size_t c = 0; c < row.size(); ++c) {
@@ -42,6 +48,13 @@ std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation) {
         out += line + "\n";
     }
     out += "Notes: " + Join(sheet.ChordNotes(), " ") + "\n";
+    if (sheet.notesRows.size() > 1) {
+        std::vector<std::string> degrees;
+        for (const std::string &degree : sheet.notesRows[1])
+            if (!degree.empty())
+                degrees.push_back(degree);
+        out += "Degrees: " + Join(degrees, " ") + "\n";
+    }
     return out;
 }
 
@@ -58,8 +71,10 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
     facts.layoutName = LayoutName(sheet.mode);
     facts.strings = static_cast<int>(sheet.StringCount());
     facts.notes = sheet.ChordNotes();
-    for (const int open : sheet.openNotes)
-        facts.tuning.push_back(SpellNote(open, spelling, facts.notes));
+    for (std::size_t s = 0; s < sheet.openNotes.size(); ++s)
+        facts.tuning.push_back(s < sheet.stringNames.size()
+                                   ? sheet.stringNames[s]
+                                   : SpellNote(sheet.openNotes[s], spelling, facts.notes));
     facts.chordTitle =
         (facts.notes.empty() ? sheet.rootItem : facts.notes[0]) + " " + sheet.chordItem;
     // A fret's name is the label row's text; where the layout leaves that
@@ -86,19 +101,19 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
 }
 
 std::string ChordTitle(const ChartSheet &sheet) {
-    return sheet.rootItem + " " + sheet.chordItem;
+    const std::vector<std::string> notes = sheet.ChordNotes();
+    return (notes.empty() ? sheet.rootItem : notes[0]) + " " + sheet.chordItem;
 }
 
 std::string InstrumentTitle(const ChartSheet &sheet) {
-    std::vector<std::string> tuning;
-    for (const int open : sheet.openNotes)
-        tuning.push_back(catalogue::SharpName(open));
     return LayoutName(sheet.mode) + ", " + std::to_string(sheet.StringCount()) + " strings " +
-           Join(tuning, " ");
+           Join(sheet.stringNames, " ");
 }
 
 std::string ChartTitle(const ChartSheet &sheet) {
-    return ChordTitle(sheet) + " - " + InstrumentTitle(sheet);
+    const std::vector<std::string> notes = sheet.ChordNotes();
+    return ChordTitle(sheet) + (notes.empty() ? "" : ": " + Join(notes, " ")) + " - " +
+           InstrumentTitle(sheet);
 }
 
 } // namespace varnock::cli

@@ -21,7 +21,8 @@ std::vector<std::vector<std::string>> ChartRows(const ChartSheet &sheet);
 std::vector<std::vector<std::string>> Oriented(std::vector<std::vector<std::string>> rows,
                                                ChartOrientation orientation);
 
-// Aligned plain text with the notes line after the table.
+// The title line, then an aligned table whose string rows start with the
+// string's name on the open-string side, then the notes line.
 std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation = {});
 // One tab-separated line per row, cells exactly as in the chart; no notes.
 std::string ChartTsv(const ChartSheet &sheet);
@@ -33,7 +34,7 @@ std::string ChartTsv(const ChartSheet &sheet);
 std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastStringFirst,
                          catalogue::NameSystem names = catalogue::NameSystem::English);
 
-// A short title such as "D 7 - Chromatic, 4 strings D A D G".
+// A title such as "D 7: D F# A C - Chromatic, 4 strings D A D G".
 std::string ChartTitle(const ChartSheet &sheet);
 // Its chord part, "D 7", and its instrument part, "Chromatic, 4 strings D A D G".
 std::string ChordTitle(const ChartSheet &sheet);

@@ -63,10 +63,11 @@ std::string FormatMatch(const Match &match, Spelling spelling) {
     if (match.chord < 0 || match.chord >= cat::kChordTypeCount)
         throw BadInput("chord index " + std::to_string(match.chord) + " is outside 0..31");
     const cat::Offsets offsets = cat::ChordOffsets(match.chord);
-    const std::string root =
-        spelling == Spelling::Flats ? cat::FlatName(match.root) : cat::SharpName(match.root);
+    const std::string root = spelling == Spelling::Flats    ? cat::FlatName(match.root)
+                             : spelling == Spelling::Sharps ? cat::SharpName(match.root)
+                                                            : PlainRoot(match.root, match.chord);
     std::vector<std::string> names;
-    if (spelling == Spelling::Chord) {
+    if (spelling == Spelling::Chord || spelling == Spelling::Musician) {
         names = SpellChord(root, match.chord);
     } else {
         for (int i = 0; i < offsets.count; ++i) {

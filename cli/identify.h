@@ -25,8 +25,8 @@ struct Match {
 std::vector<Match> Identify(const std::vector<int> &notes);
 
 // "D Maj: D F# A": root, chord name, the notes in formula order. The root is a
-// flat name for Flats and a sharp name otherwise; Chord spells by degree from
-// that sharp root.
+// flat name for Flats, a sharp name for Sharps, and PlainRoot's name for Chord
+// and Musician, which spell the chord by degree from it.
 std::string FormatMatch(const Match &match, Spelling spelling);
 
 // "4,x,2" gives {4, nullopt, 2}: one entry per string, a position 0..22 or

@@ -37,11 +37,14 @@ std::string IdentifyText(const std::vector<int> &notes, Spelling spelling,
                ".\n";
     std::string out;
     for (const Match &match : matches) {
-        // "Bb,D,F" is Bb Maj: Bb D F, not the sharp root's A# C## E#.
+        // A typed root stays as typed where the chord spelled from it names
+        // the typed notes as typed: "A#,Cx,E#" is A# Maj, "A#,D,F,A" Bb maj7.
         const auto root = std::find_if(typed.begin(), typed.end(), [&](const std::string &name) {
-            return catalogue::ParseNote(name) == match.root;
+            return catalogue::ParseNote(name) == match.root &&
+                   FitsTyped(SpellingRoot(name), match.chord, typed);
         });
-        if (spelling == Spelling::Chord && root != typed.end()) {
+        if ((spelling == Spelling::Chord || spelling == Spelling::Musician) &&
+            root != typed.end()) {
             const std::string name = SpellingRoot(*root);
             out += name + " " +
                    std::string(catalogue::kChordTypes[static_cast<std::size_t>(match.chord)].name) +

@@ -13,7 +13,8 @@ namespace varnock::cli {
 
 // Every chord of exactly these notes, then every one that holds them all, a
 // line each ("D Maj: D F# A"); one line saying so when there is none. With
-// the Chord spelling, a root among `typed` is spelled from as typed.
+// the Chord and Musician spellings, a root among `typed` is spelled from as
+// typed where that names the typed notes as typed (FitsTyped).
 std::string IdentifyText(const std::vector<int> &notes, Spelling spelling,
                          const std::vector<std::string> &typed = {});
 

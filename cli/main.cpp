@@ -59,6 +59,9 @@ void Export(const cli::Options &typed, ChartController &chart) {
     const cli::Selection selection = cli::Resolve(options);
     const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
     const cli::Scale *scale = options.scaleName ? &cli::ResolveScale(*options.scaleName) : nullptr;
+    const cli::Paper paper = cli::ResolvePaper(options.paper);
+    const cli::Labels labels = cli::ResolveLabels(options.labels);
+    const Palette palette = cli::ResolvePalette(options.palette);
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -103,10 +106,14 @@ void Export(const cli::Options &typed, ChartController &chart) {
     }
     const ChartSheet spelled =
         scale ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
-              : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root));
+              : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
+                           options.tuning ? cli::SplitList(*options.tuning)
+                                          : std::vector<std::string>{});
     const ChartSheet english = cli::WithCapo(spelled, capo);
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
+    // What a reader of paper gets: the degrees under the notes, the labels asked for.
+    const ChartSheet page = scale ? sheet : cli::Label(cli::WithDegrees(sheet), labels);
 
     std::vector<int> octaves = cli::DefaultOctaves(sheet.openNotes);
     if (options.octaves)
@@ -123,15 +130,15 @@ void Export(const cli::Options &typed, ChartController &chart) {
         throw cli::BadInput("--octaves goes with --wav or --midi");
     }
 
-    const bool files =
-        options.png || options.svg || options.pdf || options.book || options.wav || options.midi;
+    const bool files = options.png || options.svg || options.pdf || options.book ||
+                       options.windowImage || options.wav || options.midi;
     if (options.text || options.tsv || options.describe || options.output || !files) {
         std::string text =
             options.voicings
                 ? cli::NamedAnswer(cli::VoicingsText(spelled, fretNames, limits), names)
             : options.tsv      ? cli::ChartTsv(sheet)
             : options.describe ? cli::DescribeText(english, spelling, options.flip, names)
-                               : cli::ChartText(sheet, orientation);
+                               : cli::ChartText(page, orientation);
         if (options.describe && capo > 0)
             text.insert(text.find('\n') + 1,
                         "Capo at position " + std::to_string(capo) + " (fret " +
@@ -155,29 +162,34 @@ void Export(const cli::Options &typed, ChartController &chart) {
             cli::WriteDiagramsPdf(QString::fromStdString(*options.pdf), diagrams);
     } else {
         if (options.png)
-            cli::WritePng(QString::fromStdString(*options.png), sheet, options.scale, orientation);
+            cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation,
+                          palette);
         if (options.svg)
-            cli::WriteSvg(QString::fromStdString(*options.svg), sheet, orientation);
+            cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation, palette);
         if (options.pdf)
-            cli::WritePdf(QString::fromStdString(*options.pdf), sheet, orientation);
+            cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper, palette);
     }
+    if (options.windowImage)
+        // The window's own names: it knows no other spelling.
+        cli::WriteWindowImage(QString::fromStdString(*options.windowImage), chart.Sheet(),
+                              options.scale);
     if (options.wav)
         cli::WriteTextFile(QString::fromStdString(*options.wav), wav);
     if (options.midi)
         cli::WriteTextFile(QString::fromStdString(*options.midi), midi);
-    if (options.book && options.voicings) {
-        cli::WriteFingeringBook(
-            QString::fromStdString(*options.book),
-            cli::MakeBook(chart, roots, chords,
-                          {orientation, spelling, cli::SpellingRoots(options.roots)}),
-            fretNames, limits, options.count.has_value(), options.leftHanded);
-    } else if (options.book) {
-        cli::Book book = cli::MakeBook(chart, roots, chords,
-                                       {orientation, spelling, cli::SpellingRoots(options.roots)});
-        for (cli::BookPart &part : book.parts)
-            for (cli::BookChart &page : part.charts)
-                page.sheet = cli::WithCapo(page.sheet, capo);
-        cli::WriteBook(QString::fromStdString(*options.book), cli::Named(book, names));
+    if (options.book) {
+        cli::Book book = cli::MakeBook(
+            chart, roots, chords,
+            {orientation, spelling, cli::SpellingRoots(options.roots), labels, palette});
+        if (options.voicings) {
+            cli::WriteFingeringBook(QString::fromStdString(*options.book), book, fretNames, limits,
+                                    options.count.has_value(), options.leftHanded);
+        } else {
+            for (cli::BookPart &part : book.parts)
+                for (cli::BookChart &page : part.charts)
+                    page.sheet = cli::WithCapo(page.sheet, capo);
+            cli::WriteBook(QString::fromStdString(*options.book), cli::Named(book, names), paper);
+        }
     }
 }
 

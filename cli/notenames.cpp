@@ -98,6 +98,8 @@ ChartSheet Named(const ChartSheet &sheet, NameSystem system) {
         note = Name(note, system);
     for (std::string &note : out.extraNotes)
         note = Name(note, system);
+    for (std::string &name : out.stringNames)
+        name = Name(name, system);
     out.rootItem = Name(out.rootItem.substr(0, out.rootItem.find(" / ")), system);
     return out;
 }

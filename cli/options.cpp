@@ -37,7 +37,16 @@ std::vector<std::string> NameSystems() {
     return names;
 }
 std::vector<std::string> Spellings() {
-    return {"sharps", "flats", "chord"};
+    return {"musician", "sharps", "flats", "chord"};
+}
+std::vector<std::string> LabelKinds() {
+    return {"notes", "degrees", "both"};
+}
+std::vector<std::string> Palettes() {
+    return {"window", "colour-blind"};
+}
+std::vector<std::string> Papers() {
+    return {"a4", "letter"};
 }
 // Sharps, each followed by its flat where it has one: A A# Bb B C ...
 std::vector<std::string> NoteNames() {
@@ -118,13 +127,16 @@ const OptionSpec kOptions[] = {
      "write the --text, --tsv or --describe output to FILE",
      [](O &o, T v) { o.output = v; }, nullptr},
     {"--png", "", V::File, "FILE", S::Output, true,
-     "chart and notes table as a PNG image",
+     "the chart under its title, strings named, and the notes\ntable as a PNG image",
      [](O &o, T v) { o.png = v; }, nullptr},
+    {"--window-image", "", V::File, "FILE", S::Output, true,
+     "chart and notes table as a PNG exactly as the program's\nwindow shows them: no title, no string names",
+     [](O &o, T v) { o.windowImage = v; }, nullptr},
     {"--svg", "", V::File, "FILE", S::Output, true,
      "chart and notes table as SVG",
      [](O &o, T v) { o.svg = v; }, nullptr},
     {"--pdf", "", V::File, "FILE", S::Output, true,
-     "chart and notes table as a one-page PDF",
+     "the chart as --png draws it on a printable page, scaled\nto the width inside the margins",
      [](O &o, T v) { o.pdf = v; }, nullptr},
     {"--wav", "", V::File, "FILE", S::Output, true,
      "the chord strummed from the first string to the last, then\nnote by note, in its first fingering; a --scale up and\n"
@@ -137,6 +149,9 @@ const OptionSpec kOptions[] = {
      "the octave 0..8 of each open string for --wav and --midi.\nDefault: the first string in octave 3, each next one the\n"
      "nearest note at or above the one before (D A D: 3,3,4 is\nD3 A3 D4; D A D G: 3,3,4,4)",
      [](O &o, T v) { o.octaves = v; }, nullptr},
+    {"--paper", "", V::Word, "a4|letter", S::Output, false,
+     "the page size of --pdf: a4 (default) or letter",
+     [](O &o, T v) { o.paper = v; }, Papers},
     {"--book", "", V::File, "FILE.pdf", S::Output, true,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
      [](O &o, T v) { o.book = v; }, nullptr},
@@ -148,12 +163,20 @@ const OptionSpec kOptions[] = {
      [](O &o, T v) { o.chords = v; }, ChordNames},
 
     {"--spelling", "", V::Word, "NAMES", S::Look, false,
-     "sharps (default, as in the program), flats (\"A#\" is\n\"Bb\"), or chord: each note named by its degree above the\n"
-     "root as given to --root (Bb Maj: Bb D F; A# Maj: A# C## E#)",
+     "musician (default): each note by its degree above the\nroot, the root as typed or else with fewer accidentals\n"
+     "(Bb maj7, Eb m, F# Maj), typed flats kept; sharps (as in\nthe program), flats (\"A#\" is \"Bb\"), or chord: each note\n"
+     "by its degree above the root as given to --root\n(Bb Maj: Bb D F; A# Maj: A# C## E#)",
      [](O &o, T v) { o.spelling = v; }, Spellings},
     {"--names", "", V::Word, "SYSTEM", S::Look, false,
      "the note names read and written everywhere (--root,\n--tuning, --identify, the chart, the answers):\n@NAMES@",
      [](O &o, T v) { o.names = v; }, NameSystems},
+    {"--labels", "", V::Word, "WHAT", S::Look, false,
+     "what the chart's cells show: notes (default), degrees\nabove the root (R, b3, 3, 5, b7, 9, ...) or both (\"Eb b7\")",
+     [](O &o, T v) { o.labels = v; }, LabelKinds},
+    {"--palette", "", V::Word, "COLOURS", S::Look, false,
+     "window (default, the program's colours) or colour-blind:\nthe four chord tones' cells filled with hues that stay\n"
+     "apart under the common colour blindnesses, the text black\nor white by contrast, no green stripe",
+     [](O &o, T v) { o.palette = v; }, Palettes},
     {"--left-handed", "", V::None, "", S::Look, false,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T) { o.leftHanded = true; }, nullptr},
@@ -211,11 +234,17 @@ const OptionSpec kOptions[] = {
 // The options given among those that make text or files of the chart.
 std::vector<std::string> ChartOutputs(const Options &o) {
     std::vector<std::string> given;
-    const std::pair<bool, const char *> outputs[] = {
-        {o.text, "--text"},           {o.tsv, "--tsv"},         {o.describe, "--describe"},
-        {bool(o.output), "--output"}, {bool(o.png), "--png"},   {bool(o.svg), "--svg"},
-        {bool(o.pdf), "--pdf"},       {bool(o.book), "--book"}, {bool(o.wav), "--wav"},
-        {bool(o.midi), "--midi"}};
+    const std::pair<bool, const char *> outputs[] = {{o.text, "--text"},
+                                                     {o.tsv, "--tsv"},
+                                                     {o.describe, "--describe"},
+                                                     {bool(o.output), "--output"},
+                                                     {bool(o.png), "--png"},
+                                                     {bool(o.svg), "--svg"},
+                                                     {bool(o.pdf), "--pdf"},
+                                                     {bool(o.book), "--book"},
+                                                     {bool(o.wav), "--wav"},
+                                                     {bool(o.midi), "--midi"},
+                                                     {bool(o.windowImage), "--window-image"}};
     for (const auto &[on, name] : outputs)
         if (on)
             given.push_back(name);

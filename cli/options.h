@@ -26,11 +26,13 @@ struct Options {
     std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
     std::optional<std::string> png, svg, pdf, book;
     std::optional<std::string> wav, midi, octaves; // the sound of the chord or scale
+    std::optional<std::string> windowImage;        // the PNG exactly as the window shows it
+    std::optional<std::string> paper;
     int scale = 1;
     std::optional<std::string> scaleName; // a scale in place of the chord
     bool modes = false;                   // the modes each string plays
     // How the chart is shown; the window knows none of these.
-    std::optional<std::string> spelling;
+    std::optional<std::string> spelling, labels, palette;
     std::optional<std::string> names; // english, german or latin note names
     bool leftHanded = false;
     bool flip = false;

@@ -5,35 +5,47 @@
 #include "cli/names.h"
 #include "model/catalogue.h"
 
+#include <array>
+#include <cctype>
+
 namespace varnock::cli {
 
 Spelling ResolveSpelling(const std::optional<std::string> &text) {
     if (!text)
-        return Spelling::Sharps;
+        return Spelling::Musician;
     if (const auto spelling = ParseSpelling(*text))
         return *spelling;
-    throw BadInput("unknown spelling \"" + *text + "\"; accepted: sharps, flats, chord");
+    throw BadInput("unknown spelling \"" + *text + "\"; accepted: musician, sharps, flats, chord");
 }
 
 std::string SpellingRoot(const std::optional<std::string> &typed) {
     if (!typed || typed->empty())
-        return "A";
+        return "";
     return WrittenRoot(*typed);
 }
 
 std::vector<std::string> SpellingRoots(const std::optional<std::string> &list) {
     std::vector<std::string> roots;
-    if (!list || list->empty()) {
-        for (const char *item : items::kRoots)
-            roots.push_back(SpellingRoot(item));
-        return roots;
-    }
+    if (!list || list->empty())
+        return std::vector<std::string>(items::kRoots.size());
     for (const std::string &name : SplitList(*list))
         roots.push_back(SpellingRoot(name));
     return roots;
 }
 
-ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &root) {
+namespace {
+
+// A name as a musician writes it down: "B♭" and "Cx" as "Bb" and "C##".
+std::string Plain(const std::string &typed) {
+    const auto written = catalogue::ParseWritten(WrittenRoot(typed));
+    return written ? catalogue::Format(*written) : typed;
+}
+
+} // namespace
+
+ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &typedRoot,
+                 const std::vector<std::string> &tuning) {
+    const std::string root = spelling == Spelling::Musician ? Plain(typedRoot) : typedRoot;
     if (spelling == Spelling::Sharps)
         return sheet;
     // The chord's notes in formula order, as the model named them.
@@ -42,10 +54,11 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
         if (!note.empty())
             computed.push_back(note);
     std::vector<std::string> spelled;
-    if (spelling == Spelling::Chord && sheet.chordType >= 0)
+    if (spelling != Spelling::Flats && sheet.chordType >= 0) {
+        const int chord = static_cast<int>(sheet.chordType);
         spelled = SpellChord(
-            catalogue::ParseNote(root) == sheet.root ? root : catalogue::SharpName(sheet.root),
-            static_cast<int>(sheet.chordType));
+            catalogue::ParseNote(root) == sheet.root ? root : PlainRoot(sheet.root, chord), chord);
+    }
     const auto respell = [&](const std::string &name) {
         return Respell(name, spelling, computed, spelled);
     };
@@ -59,6 +72,90 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
             cell = respell(cell);
     for (std::string &note : out.notes)
         note = respell(note);
+    // A string is named as tuned, never as the chord spells its note: an A
+    // string stays A in Gb m, whose third is Bbb.
+    const std::vector<std::string> chordNotes = out.ChordNotes();
+    const auto rootWritten =
+        chordNotes.empty() ? std::nullopt : catalogue::ParseWritten(chordNotes[0]);
+    const bool flat = spelling == Spelling::Flats || (spelling == Spelling::Musician &&
+                                                      rootWritten && rootWritten->accidental < 0);
+    for (std::size_t s = 0; s < out.stringNames.size() && s < out.openNotes.size(); ++s) {
+        const int open = out.openNotes[s];
+        if (spelling == Spelling::Musician && s < tuning.size() &&
+            catalogue::ParseNote(WrittenRoot(tuning[s])) == open)
+            out.stringNames[s] = Plain(tuning[s]);
+        else
+            out.stringNames[s] = flat ? catalogue::FlatName(open) : catalogue::SharpName(open);
+    }
+    return out;
+}
+
+Labels ResolveLabels(const std::optional<std::string> &text) {
+    if (!text)
+        return Labels::Notes;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "notes")
+        return Labels::Notes;
+    if (lower == "degrees")
+        return Labels::Degrees;
+    if (lower == "both")
+        return Labels::Both;
+    throw BadInput("unknown labels \"" + *text + "\"; accepted: notes, degrees, both");
+}
+
+namespace {
+
+// The degree of each of the four note slots; empty where the chord ends.
+std::array<std::string, 4> Degrees(const ChartSheet &sheet) {
+    std::array<std::string, 4> degrees;
+    if (sheet.chordType < 0 || sheet.chordType >= catalogue::kChordTypeCount)
+        return degrees;
+    const auto &type = catalogue::kChordTypes[static_cast<std::size_t>(sheet.chordType)];
+    for (std::size_t i = 0; i < degrees.size(); ++i)
+        if (!sheet.notes[i].empty())
+            degrees[i] = std::string(type.degrees[i]);
+    return degrees;
+}
+
+} // namespace
+
+ChartSheet WithDegrees(const ChartSheet &sheet) {
+    if (sheet.chordType < 0 || sheet.notesRows.empty())
+        return sheet;
+    ChartSheet out = sheet;
+    const std::array<std::string, 4> degrees = Degrees(sheet);
+    std::vector<std::string> row;
+    for (const std::string &name : sheet.notesRows[0]) {
+        std::string degree;
+        for (std::size_t i = 0; i < degrees.size(); ++i)
+            if (!name.empty() && name == sheet.notes[i])
+                degree = degrees[i];
+        row.push_back(degree);
+    }
+    out.notesRows.resize(1);
+    out.notesRows.push_back(std::move(row));
+    return out;
+}
+
+ChartSheet Label(const ChartSheet &sheet, Labels labels) {
+    if (labels == Labels::Notes || sheet.chordType < 0)
+        return sheet;
+    const std::array<std::string, 4> degrees = Degrees(sheet);
+    std::array<std::string, 4> keys;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (!sheet.notes[i].empty())
+            keys[i] = labels == Labels::Degrees ? degrees[i] : sheet.notes[i] + " " + degrees[i];
+    ChartSheet out = sheet;
+    for (std::size_t r = 1; r < out.rows.size(); ++r)
+        for (std::string &cell : out.rows[r])
+            for (std::size_t i = 0; i < keys.size(); ++i)
+                if (!cell.empty() && cell == sheet.notes[i]) {
+                    cell = keys[i];
+                    break;
+                }
+    out.notes = keys;
     return out;
 }
 

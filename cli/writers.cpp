@@ -3,11 +3,14 @@
 #include "cli/chartdoc.h"
 #include "cli/errors.h"
 
+#include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <QSvgGenerator>
+
+#include <cctype>
 
 namespace varnock::cli {
 
@@ -40,9 +43,9 @@ void WriteTextFile(const QString &path, const std::string &bytes) {
     Commit(file);
 }
 
-void WritePng(const QString &path, const ChartSheet &sheet, int scale,
-              ChartOrientation orientation) {
-    const QImage image = RenderSheet(sheet, scale, orientation);
+namespace {
+
+void SavePng(const QString &path, const QImage &image) {
     QSaveFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
@@ -50,43 +53,84 @@ void WritePng(const QString &path, const ChartSheet &sheet, int scale,
     Commit(file);
 }
 
-void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
+} // namespace
+
+void WriteWindowImage(const QString &path, const ChartSheet &sheet, int scale) {
+    SavePng(path, RenderSheet(sheet, scale));
+}
+
+void WritePng(const QString &path, const ChartSheet &sheet, int scale, ChartOrientation orientation,
+              Palette palette) {
+    SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation, palette));
+}
+
+Palette ResolvePalette(const std::optional<std::string> &text) {
+    if (!text)
+        return Palette::Window;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "window")
+        return Palette::Window;
+    if (lower == "colour-blind" || lower == "color-blind")
+        return Palette::ColourBlind;
+    throw BadInput("unknown palette \"" + *text + "\"; accepted: window, colour-blind");
+}
+
+Paper ResolvePaper(const std::optional<std::string> &text) {
+    if (!text)
+        return Paper::A4;
+    std::string lower = *text;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (lower == "a4")
+        return Paper::A4;
+    if (lower == "letter")
+        return Paper::Letter;
+    throw BadInput("unknown paper \"" + *text + "\"; accepted: a4, letter");
+}
+
+void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+              Palette palette) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
         QSvgGenerator svg;
         svg.setOutputDevice(&file);
-        svg.setSize(SheetSize(sheet));
-        svg.setViewBox(QRect(QPoint(0, 0), SheetSize(sheet)));
+        const QSize size = ChartPageSize(sheet);
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(0, 0), size));
         // The screen's 96 dpi, so the sizes on paper and the fonts match the PDF.
         svg.setResolution(kResolution);
         svg.setTitle(QString::fromStdString(ChartTitle(sheet)));
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
-        PaintSheet(painter, sheet, orientation);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation, palette);
     }
     Commit(file);
 }
 
-void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation) {
+void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+              Paper paper, Palette palette) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
         SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
-        // A page just the size of the sheet with a small margin.
-        const QSize size = SheetSize(sheet);
-        const int margin = 16;
-        pdf.setPageSize(QPageSize(QSizeF((size.width() + 2 * margin) * 72.0 / kResolution,
-                                         (size.height() + 2 * margin) * 72.0 / kResolution),
-                                  QPageSize::Point));
-        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        // Landscape, as the book's pages: the chart is wide, and on a portrait
+        // page its cell text would shrink below 8 pt.
+        pdf.setPageOrientation(QPageLayout::Landscape);
+        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
+                           QPageLayout::Point);
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
-        painter.translate(margin, margin);
-        PaintSheet(painter, sheet, orientation);
+        const QSize size = ChartPageSize(sheet);
+        const double fit = static_cast<double>(painter.viewport().width()) / size.width();
+        painter.scale(fit, fit);
+        PaintChartPage(painter, sheet, ChartTitle(sheet), orientation, palette);
     }
     Commit(file);
 }

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <string>
 
 class QPdfWriter;
@@ -16,11 +17,25 @@ class QSaveFile;
 namespace varnock::cli {
 
 void WriteTextFile(const QString &path, const std::string &bytes);
-// The sheet: chart, notes table and its label.
+// The sheet as the window shows it: chart, notes table and its label.
+void WriteWindowImage(const QString &path, const ChartSheet &sheet, int scale);
+// The sheet for paper (PaintChartPage) under its title (ChartTitle).
 void WritePng(const QString &path, const ChartSheet &sheet, int scale,
-              ChartOrientation orientation = {});
-void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {});
-void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {});
+              ChartOrientation orientation = {}, Palette palette = Palette::Window);
+void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {},
+              Palette palette = Palette::Window);
+// "window" (also when absent) or "colour-blind" (also "color-blind") in any
+// case; BadInput otherwise.
+Palette ResolvePalette(const std::optional<std::string> &text);
+
+enum class Paper { A4, Letter };
+// "a4" (also when absent) or "letter" in any case; BadInput otherwise.
+Paper ResolvePaper(const std::optional<std::string> &text);
+// Margins of a printed page, in points.
+constexpr double kPageMargin = 42;
+// One landscape page of the paper, the sheet scaled to the width inside the margins.
+void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation = {},
+              Paper paper = Paper::A4, Palette palette = Palette::Window);
 
 // Sheet pixels per inch on paper: the screen's 96 dpi.
 constexpr int kResolution = 96;

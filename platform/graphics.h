@@ -15,6 +15,7 @@
 #include <string>
 
 class QPainter;
+typedef struct _cairo cairo_t;
 
 namespace varnock {
 
@@ -41,6 +42,9 @@ class Graphics {
     // Draws into `cell` of the painter's device. The painter's pen may be
     // changed; its transform and clip are left as they were.
     Graphics(QPainter &painter, const QRect &cell);
+    // The same onto a cairo context, in its current font (a PDF of the
+    // chord book, which cairo gives an outline and links).
+    Graphics(cairo_t *cairo, const QRect &cell);
     ~Graphics();
     Graphics(const Graphics &) = delete;
     Graphics &operator=(const Graphics &) = delete;
@@ -81,7 +85,10 @@ class Graphics {
     // Runs a drawing that may cross the cell's edge under a clip to the cell.
     template <typename Draw> void WithClip(Draw draw);
 
-    QPainter &painter_;
+    void CairoFill(QRect rect);
+
+    QPainter *painter_ = nullptr;
+    cairo_t *cairo_ = nullptr;
     QRect cell_;
     Int width_;
     Int height_;

@@ -96,7 +96,19 @@ _varnock_chart() {
             return 0
             ;;
         --spelling)
-            _varnock_chart_offer "$cur" sharps flats chord
+            _varnock_chart_offer "$cur" musician sharps flats chord
+            return 0
+            ;;
+        --labels)
+            _varnock_chart_offer "$cur" notes degrees both
+            return 0
+            ;;
+        --palette)
+            _varnock_chart_offer "$cur" window colour-blind
+            return 0
+            ;;
+        --paper)
+            _varnock_chart_offer "$cur" a4 letter
             return 0
             ;;
         --root)
@@ -119,7 +131,7 @@ _varnock_chart() {
             # Numbers and fret names: nothing to offer.
             return 0
             ;;
-        -o | --output | --png | --svg | --pdf | --book | --wav | --midi)
+        -o | --output | --png | --window-image | --svg | --pdf | --book | --wav | --midi)
             compopt -o filenames 2>/dev/null
             local IFS=$'\n'
             COMPREPLY=($(compgen -f -- "$cur"))
@@ -130,8 +142,8 @@ _varnock_chart() {
     if [[ $cur == -* || -z $cur ]]; then
         _varnock_chart_offer "$cur" -h --help --version \
             --frets --strings --tuning --root --chord --from-settings \
-            --left-handed --flip --spelling --names --scale \
-            --text --tsv -o --output --png --svg --pdf --wav --midi --octaves \
+            --left-handed --flip --spelling --names --scale --labels --palette \
+            --text --tsv -o --output --png --window-image --svg --pdf --paper --wav --midi --octaves \
             --book --roots --chords --describe --identify --identify-frets --modes \
             --voicings --reach --highest --muted-ok --count --capo
     fi

@@ -8,11 +8,13 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 # fonts-dejavu-extra: the condensed face the window's labels are set in.
+# libcairo2-dev: the chord book's PDF, with its outline and linked contents.
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev fonts-dejavu-core
-  fonts-dejavu-extra)
+  fonts-dejavu-extra libcairo2-dev)
 # cpack -G DEB (dpkg-shlibdeps), lintian, the desktop entry and AppStream
-# validators, the manual page renderer, file for the icon sizes.
-check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file)
+# validators, the manual page renderer, file for the icon sizes; pdftotext
+# for the words and their sizes on the chord book's pages.
+check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file poppler-utils)
 if [ "${1-}" = --check-tools ]; then
   packages+=("${check_packages[@]}")
   shift

@@ -17,6 +17,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -50,15 +52,6 @@ cli::Options Example2() {
     o.root = "D";
     o.chord = "7";
     return o;
-}
-
-int PdfPages(const QString &path) {
-    const std::string pdf = testsupport::ReadBytes(path.toStdString());
-    int count = 0;
-    for (auto at = pdf.find("/Type /Page\n"); at != std::string::npos;
-         at = pdf.find("/Type /Page\n", at + 1))
-        ++count;
-    return count;
 }
 
 } // namespace
@@ -125,8 +118,9 @@ TEST_P(Tsv, ChartOfTheControllerAndOfTheCommand) {
         expected += QString::fromLatin1(row).replace('|', '\t').toStdString() + "\n";
     EXPECT_EQ(cli::ChartTsv(w->Sheet()), expected);
     // The command itself, from its own options.
-    const Outcome run = RunChart({"--frets", c.frets, "--strings", c.strings, "--tuning", c.tuning,
-                                  "--root", c.root, "--chord", c.chord, "--tsv"});
+    const Outcome run =
+        RunChart({"--frets", c.frets, "--strings", c.strings, "--tuning", c.tuning, "--root",
+                  c.root, "--chord", c.chord, "--tsv", "--spelling", "sharps"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, expected);
 }
@@ -139,7 +133,7 @@ TEST(ChartExport, LayoutsTheMenuLacksAreNamedByNumber) {
     cli::Options o = Example1();
     o.frets = "5";
     Select(*w, o);
-    EXPECT_EQ(cli::ChartTitle(w->Sheet()), "D Maj - Layout 5, 3 strings D A D");
+    EXPECT_EQ(cli::ChartTitle(w->Sheet()), "D Maj: D F# A - Layout 5, 3 strings D A D");
     EXPECT_EQ(w->PopupMenu9->ListCount(), 4) << "no item is added for it";
     o.frets = "chromatic";
     Select(*w, o);
@@ -150,11 +144,12 @@ TEST(ChartExport, TextIsAlignedAndEndsWithTheNotes) {
     OpenWindow w;
     Select(*w, Example1());
     const std::string text = cli::ChartText(w->Sheet());
-    const std::string expected = "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
-                                 "0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
-                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
-                                 "A      D   F#   A      D     F#    A        D     F#    A\n"
-                                 "D   F#   A      D   F#    A        D     F#    A        D\n"
+    const std::string expected = "D Maj: D F# A - Diatonic, 3 strings D A D\n"
+                                 "  0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "  0 1 2  3 4 5  6 7 8 9  10 11 12 13 14 15 16 17 18 19 20 21 22\n"
+                                 "D D   F#   A      D   F#    A        D     F#    A        D\n"
+                                 "A A      D   F#   A      D     F#    A        D     F#    A\n"
+                                 "D D   F#   A      D   F#    A        D     F#    A        D\n"
                                  "Notes: D F# A\n";
     EXPECT_EQ(text, expected);
     Select(*w, Example2());
@@ -229,8 +224,8 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     cli::WriteSvg(path, w->Sheet());
     QSvgRenderer svg(path);
     ASSERT_TRUE(svg.isValid());
-    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), SheetSize()));
-    QImage back(SheetSize(), QImage::Format_RGB32);
+    EXPECT_EQ(svg.viewBox(), QRect(QPoint(0, 0), ChartPageSize(w->Sheet())));
+    QImage back(ChartPageSize(w->Sheet()), QImage::Format_RGB32);
     back.fill(Qt::white);
     QPainter painter(&back);
     svg.render(&painter);
@@ -238,12 +233,16 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     // Every tile comes back pixel for pixel, seen here on a strip at the
     // right of each cell where no text reaches; elsewhere only the smoothing
     // of glyph edges and of the list's frame may differ.
-    const QImage sheet = RenderSheet(w->Sheet(), 1).convertToFormat(QImage::Format_RGB32);
-    // The chart stands at the sheet's origin.
+    const QImage sheet = RenderChartPage(w->Sheet(), cli::ChartTitle(w->Sheet()), 1)
+                             .convertToFormat(QImage::Format_RGB32);
+    // The chart's first string row stands where the page says.
+    const QPoint shift = ChartPageRow(w->Sheet(), 1).topLeft() -
+                         testsupport::CellRect(*w, w->Listbox1, 1, 0).topLeft();
     const Listbox &list = *w->Listbox1;
     for (Int row = 0; row < list.ListCount(); ++row)
         for (Int column = 0; column < list.ColumnCount(); ++column) {
-            const QRect cell = testsupport::CellRect(*w, w->Listbox1, row, column);
+            const QRect cell =
+                testsupport::CellRect(*w, w->Listbox1, row, column).translated(shift);
             for (int y = cell.top(); y <= cell.bottom(); ++y)
                 for (int x = cell.right() - 3; x <= cell.right(); ++x)
                     ASSERT_EQ(back.pixel(x, y), sheet.pixel(x, y))
@@ -261,7 +260,7 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     Select(*w, Example1());
     QTemporaryDir dir;
     const QString png = dir.filePath(QStringLiteral("chart.png"));
-    const Outcome run = RunChart({"--root", "D", "--png", png});
+    const Outcome run = RunChart({"--root", "D", "--window-image", png});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(run.out.empty());
     const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
@@ -273,20 +272,197 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
     EXPECT_EQ(image.copy(QRect(at, notes.size())), notes);
     const QString big = dir.filePath(QStringLiteral("big.png"));
-    ASSERT_EQ(RunChart({"--root", "D", "--png", big, "--scale", "2"}).status, 0);
+    ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
+    // Whatever the exports' spelling, the window's image keeps the window's names.
+    cli::Options eb = Example2();
+    eb.root = "Eb";
+    Select(*w, eb);
+    ASSERT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "Eb", "--chord",
+                        "7", "--window-image", png, "--spelling", "flats"})
+                  .status,
+              0);
+    EXPECT_EQ(QImage(png)
+                  .convertToFormat(QImage::Format_RGB32)
+                  .copy(QRect(QPoint(0, 0), chartPixels.size())),
+              Grab(w->ControlView("Listbox1")));
 }
 
-TEST(ChartCommand, BookOfChosenRootsAndChords) {
+// Just enough of a PDF to follow its page tree, outline and links: the
+// objects by number, uncompressed as cairo writes these.
+class PdfReader {
+  public:
+    explicit PdfReader(const QString &path) : bytes_(testsupport::ReadBytes(path.toStdString())) {
+        const std::regex object(R"((\d+) 0 obj\n([\s\S]*?)endobj)");
+        for (auto it = std::sregex_iterator(bytes_.begin(), bytes_.end(), object);
+             it != std::sregex_iterator(); ++it)
+            objects_[std::stoi((*it)[1])] = (*it)[2];
+        for (const auto &[number, body] : objects_)
+            if (body.find("/Type /Pages") != std::string::npos)
+                for (const int kid : Refs(Field(body, "/Kids")))
+                    pages_.push_back(kid);
+    }
+    int Pages() const { return static_cast<int>(pages_.size()); }
+    // Page number (from 1) of an object.
+    int PageOf(int object) const {
+        const auto at = std::find(pages_.begin(), pages_.end(), object);
+        return at == pages_.end() ? 0 : static_cast<int>(at - pages_.begin()) + 1;
+    }
+    // The outline's entries under `parent` (0 for the top): title and page.
+    std::vector<std::pair<std::string, int>> Outline(int parent = 0) const {
+        int first = 0;
+        for (const auto &[number, body] : objects_)
+            if (parent ? number == parent : body.find("/Type /Outlines") != std::string::npos)
+                first = Ref(Field(body, "/First"));
+        std::vector<std::pair<std::string, int>> entries;
+        for (int at = first; at; at = Ref(Field(objects_.at(at), "/Next"))) {
+            const std::string &body = objects_.at(at);
+            const std::string title = Field(body, "/Title");
+            entries.push_back(
+                {title.substr(1, title.size() - 2), PageOf(Ref(Field(body, "/Dest")))});
+            children_[entries.back().first] = at;
+        }
+        return entries;
+    }
+    int Entry(const std::string &title) const { return children_.at(title); }
+    // The pages the links on a page lead to, top to bottom.
+    std::vector<int> LinkTargets(int page) const {
+        std::map<std::string, int> named;
+        const std::regex dest(R"(\((\w+)\) \[(\d+) 0 R)");
+        for (const auto &[number, body] : objects_)
+            for (auto it = std::sregex_iterator(body.begin(), body.end(), dest);
+                 it != std::sregex_iterator(); ++it)
+                named[(*it)[1]] = PageOf(std::stoi((*it)[2]));
+        std::vector<int> targets;
+        for (const int annot : Refs(Field(objects_.at(pages_.at(page - 1)), "/Annots"))) {
+            const std::string name = Field(objects_.at(annot), "/Dest");
+            targets.push_back(named.count(name.substr(1, name.size() - 2))
+                                  ? named.at(name.substr(1, name.size() - 2))
+                                  : 0);
+        }
+        return targets;
+    }
+
+  private:
+    // The value after `key` up to the end of its line.
+    static std::string Field(const std::string &body, const std::string &key) {
+        const auto at = body.find(key + " ");
+        if (at == std::string::npos)
+            return "";
+        const auto start = at + key.size() + 1;
+        return body.substr(start, body.find('\n', start) - start);
+    }
+    static std::vector<int> Refs(const std::string &text) {
+        std::vector<int> refs;
+        const std::regex ref(R"((\d+) 0 R)");
+        for (auto it = std::sregex_iterator(text.begin(), text.end(), ref);
+             it != std::sregex_iterator(); ++it)
+            refs.push_back(std::stoi((*it)[1]));
+        return refs;
+    }
+    static int Ref(const std::string &text) {
+        const auto refs = Refs(text);
+        return refs.empty() ? 0 : refs[0];
+    }
+    std::string bytes_;
+    std::map<int, std::string> objects_;
+    std::vector<int> pages_;
+    mutable std::map<std::string, int> children_;
+};
+
+// pdftotext's words of a page with their heights in points.
+std::vector<std::pair<std::string, double>> Words(const QString &pdf, int page) {
+    QProcess run;
+    run.start(QStringLiteral("pdftotext"),
+              {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+               QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-")});
+    EXPECT_TRUE(run.waitForFinished(10000)) << "pdftotext (poppler-utils) is needed";
+    const std::string html = run.readAllStandardOutput().toStdString();
+    const std::regex word(R"re(yMin="([\d.]+)" xMax="[\d.]+" yMax="([\d.]+)">([^<]*)</word>)re");
+    std::vector<std::pair<std::string, double>> words;
+    for (auto it = std::sregex_iterator(html.begin(), html.end(), word);
+         it != std::sregex_iterator(); ++it)
+        words.push_back({(*it)[3], std::stod((*it)[2]) - std::stod((*it)[1])});
+    return words;
+}
+
+TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     QTemporaryDir dir;
     const QString book = dir.filePath(QStringLiteral("book.pdf"));
     const Outcome run = RunChart(
         {"--tuning", "G,D,G,C", "--book", book, "--roots", "D, Gb", "--chords", "Maj,m,7,m7,Dim7"});
     ASSERT_EQ(run.status, 0) << run.err;
-    // Contents, then two pages for each root: four charts, then one.
-    EXPECT_EQ(PdfPages(book), 1 + 2 * 2);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList{QStringLiteral("book.pdf")});
+    // Contents, then each root's five charts two to a landscape page.
+    const PdfReader pdf(book);
+    ASSERT_EQ(pdf.Pages(), 1 + 2 * 3);
+    const auto roots = pdf.Outline();
+    EXPECT_EQ(roots, (std::vector<std::pair<std::string, int>>{{"D", 2}, {"Gb", 5}}));
+    EXPECT_EQ(pdf.LinkTargets(1), (std::vector<int>{2, 5}));
+    EXPECT_EQ(pdf.Outline(pdf.Entry("Gb")),
+              (std::vector<std::pair<std::string, int>>{
+                  {"Gb Maj", 5}, {"Gb m", 5}, {"Gb 7", 6}, {"Gb m7", 6}, {"Gb Dim7", 7}}));
+    // Every chart cell's note is set at 9 pt or more: DejaVu Bold's line is 1.163 em.
+    int notes = 0;
+    for (const auto &[word, height] : Words(book, 6)) {
+        if (word != "Gb" && word != "Bb" && word != "Db" && word != "E" && word != "Fb")
+            continue;
+        ++notes;
+        EXPECT_GE(height / 1.163, 8.999) << word;
+    }
+    EXPECT_GT(notes, 20);
+    const auto contents = Words(book, 1);
+    ASSERT_GE(contents.size(), 3u);
+    EXPECT_EQ(contents[0].first + " " + contents[1].first, "Chord book");
+    // Letter pages, and the notes and degrees in any labels still readable.
+    ASSERT_EQ(RunChart({"--book", book, "--roots", "Bb", "--chords", "Dim7", "--paper", "letter",
+                        "--labels", "both"})
+                  .status,
+              0);
+    EXPECT_NE(testsupport::ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 792 612 ]"),
+              std::string::npos);
+    int cells = 0;
+    for (const auto &[word, height] : Words(book, 2))
+        if (word == "bb7") {
+            ++cells;
+            EXPECT_GE(height / 1.163, 8.999);
+        }
+    EXPECT_GE(cells, 3);
+}
+
+TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
+    struct Row {
+        const char *paper; // "" for the default
+        const char *mediaBox;
+    };
+    const Row cases[] = {{"", "/MediaBox [0 0 842.000000 595.000000]"},
+                         {"a4", "/MediaBox [0 0 842.000000 595.000000]"},
+                         {"Letter", "/MediaBox [0 0 792.000000 612.000000]"}};
+    QTemporaryDir dir;
+    for (const Row &c : cases) {
+        const QString pdf = dir.filePath(QStringLiteral("chart.pdf"));
+        QStringList args{"--root",    "Eb",       "--chord", "7",     "--frets",
+                         "Chromatic", "--tuning", "D,A,D,G", "--pdf", pdf};
+        if (*c.paper)
+            args << "--paper" << c.paper;
+        ASSERT_EQ(RunChart(args).status, 0) << c.paper;
+        EXPECT_NE(testsupport::ReadBytes(pdf.toStdString()).find(c.mediaBox), std::string::npos)
+            << c.paper;
+        const auto words = Words(pdf, 1);
+        std::string title;
+        for (std::size_t i = 0; i < 6 && i < words.size(); ++i)
+            title += (i ? " " : "") + words[i].first;
+        EXPECT_EQ(title, "Eb 7: Eb G Bb Db") << c.paper;
+        // Every Db on the page is set at 9 pt or more.
+        int cells = 0;
+        for (const auto &[word, height] : words)
+            if (word == "Db") {
+                ++cells;
+                EXPECT_GE(height / 1.163, 8.999);
+            }
+        EXPECT_EQ(cells, 1 + 6 + 1) << c.paper; // the title, six cells, the notes table
+    }
 }
 
 TEST(ChartCommand, BadInputExitsTwoAndWritesNothing) {
@@ -391,8 +567,8 @@ TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
         // ".BI \-\-root " note"", ".BR \-o ", " \-\-output ...": each option named.
         for (auto at = line.find("\\-"); at != std::string::npos; at = line.find("\\-", at)) {
             std::string name;
-            while (at < line.size() && (line.compare(at, 2, "\\-") == 0 || std::isalnum(
-                                            static_cast<unsigned char>(line[at])))) {
+            while (at < line.size() && (line.compare(at, 2, "\\-") == 0 ||
+                                        std::isalnum(static_cast<unsigned char>(line[at])))) {
                 name += line.compare(at, 2, "\\-") == 0 ? "-" : std::string(1, line[at]);
                 at += line.compare(at, 2, "\\-") == 0 ? 2 : 1;
             }

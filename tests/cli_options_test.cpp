@@ -53,13 +53,14 @@ std::vector<std::string> Lines(const std::string &text) {
     return lines;
 }
 
-// Each word of a text line under the word of `heading` that starts where it does.
+// Each word of a text line under the word of `heading` that starts where it
+// does; a word where the heading has none (a string's name) under "".
 std::map<std::string, std::string> UnderHeadings(const std::string &heading,
                                                  const std::string &line) {
     std::map<std::string, std::string> cells;
     for (auto at = line.find_first_not_of(' '); at != std::string::npos;
          at = line.find_first_not_of(' ', line.find(' ', at)))
-        cells[heading.substr(at, heading.find(' ', at) - at)] =
+        cells[at < heading.size() ? heading.substr(at, heading.find(' ', at) - at) : ""] =
             line.substr(at, line.find(' ', at) - at);
     return cells;
 }
@@ -103,16 +104,23 @@ TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
     OpenWindow w;
     const ChartSheet sheet = Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"));
     const auto plain = Lines(cli::ChartText(sheet));
+    EXPECT_EQ(plain[0], "D 7: D F# A C - Chromatic, 4 strings D A D G");
     for (const auto &[left, flip] : {std::pair{true, false}, {false, true}, {true, true}}) {
         const auto lines = Lines(cli::ChartText(sheet, {left, flip}));
         ASSERT_EQ(lines.size(), plain.size());
+        EXPECT_EQ(lines[0], plain[0]);
         // Positions fall right to left, and each cell stays under its position.
-        for (std::size_t i = 1; i < lines.size() - 1; ++i) {
-            const std::size_t from = flip && i >= 2 ? 7 - i : i; // the four strings reverse
-            EXPECT_EQ(UnderHeadings(lines[0], lines[i]), UnderHeadings(plain[0], plain[from]))
+        for (std::size_t i = 2; i < lines.size() - 1; ++i) {
+            const std::size_t from = flip && i >= 3 ? 9 - i : i; // the four strings reverse
+            EXPECT_EQ(UnderHeadings(lines[1], lines[i]), UnderHeadings(plain[1], plain[from]))
                 << left << flip << " line " << i;
         }
-        EXPECT_EQ(lines[0].substr(0, 3), left ? "22 " : "0 1");
+        EXPECT_EQ(lines[1].substr(0, 3), left ? "22 " : "  0");
+        // The string's name heads its row on the open-string side.
+        const std::string top = flip ? "G" : "D";
+        EXPECT_EQ(left ? lines[3].substr(lines[3].size() - 2) : lines[3].substr(0, 2),
+                  left ? " " + top : top + " ")
+            << lines[3];
         EXPECT_EQ(lines.back(), "Notes: D F# A C");
     }
     EXPECT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord",
@@ -187,7 +195,149 @@ TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
     QTemporaryDir dir;
     EXPECT_EQ(cli::WriteBook(dir.filePath(QStringLiteral("book.pdf")), book), 3);
     EXPECT_EQ(names, (std::set<std::string>{"Ab", "Bb", "D", "F", "F#", "A#", "C#", "E"}));
-    EXPECT_EQ(cli::SpellingRoot(std::nullopt), "A");
+    EXPECT_EQ(cli::SpellingRoot(std::nullopt), "");
+}
+
+TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
+    // The arguments and a line the answer must hold.
+    const std::vector<std::pair<QStringList, std::string>> rows = {
+        {{"--identify", "C,E,G,Bb"}, "C 7: C E G Bb\n"},
+        {{"--root", "Eb", "--describe"}, "Chord: Eb Maj, notes Eb, G and Bb (root Eb)."},
+        {{"--root", "C", "--chord", "m7"}, "\nNotes: C Eb G Bb\n"},
+        {{"--identify", "A#,D,F,A", "--spelling", "chord"}, "Bb maj7: Bb D F A\n"},
+        {{"--identify", "A#,D,F,A"}, "Bb maj7: Bb D F A\n"},
+        {{"--identify", "D#,F#,A,C", "--spelling", "chord"}, "A Dim7: A C Eb Gb\n"},
+        {{"--root", "B\u266D", "--tuning", "D,Bb,F", "--chord", "7"},
+         "Bb 7: Bb D F Ab - Diatonic, 3 strings D Bb F\n"},
+        {{"--root", "A#", "--chord", "Maj"}, "A# Maj: A# C## E# - Diatonic, 3 strings D A D\n"},
+        {{"--root", "Gb", "--chord", "m", "--tuning", "d,a,d"},
+         "Gb m: Gb Bbb Db - Diatonic, 3 strings D A D\n"},
+        {{"--root", "Gb", "--chord", "m", "--tuning", "D,Bb,D"},
+         "Gb m: Gb Bbb Db - Diatonic, 3 strings D Bb D\n"},
+        {{"--root", "Eb", "--spelling", "sharps"}, "D# Maj: D# G A# - "},
+        {{"--root", "Eb", "--spelling", "flats", "--chord", "Aug"}, "Eb Aug: Eb G B - "},
+    };
+    for (const auto &[args, line] : rows) {
+        const testsupport::Outcome run = RunChart(args);
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_NE(run.out.find(line), std::string::npos) << run.out;
+    }
+    // No chord is named on a root with double flats.
+    EXPECT_EQ(RunChart({"--identify", "D#,F#,A,C"}).out.find("bb "), std::string::npos);
+}
+
+TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
+    struct Row {
+        const char *root, *chord;
+        cli::Labels labels;
+        std::map<std::string, std::string> shown; // note name -> the cell's text
+        const char *degrees;                      // the notes table's second row
+    };
+    const Row cases[] = {
+        {"C",
+         "7",
+         cli::Labels::Degrees,
+         {{"C", "R"}, {"E", "3"}, {"G", "5"}, {"Bb", "b7"}},
+         "R 3 5 b7"},
+        {"Bb", "Dim7", cli::Labels::Both, {{"Bb", "Bb R"}, {"Abb", "Abb bb7"}}, "R b3 b5 bb7"},
+        {"D", "add9", cli::Labels::Degrees, {{"E", "9"}, {"F#", "3"}}, "R 3 5 9"},
+        {"A", "m", cli::Labels::Notes, {{"C", "C"}}, "R b3 5"},
+    };
+    OpenWindow w;
+    for (const Row &c : cases) {
+        const ChartSheet plain =
+            Select(*w, Chart("Chromatic", "D,A,D,G", c.root, c.chord), Spelling::Musician);
+        const ChartSheet sheet = cli::Label(cli::WithDegrees(plain), c.labels);
+        ASSERT_EQ(sheet.notesRows.size(), 2u);
+        EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), cli::Join(plain.ChordNotes(), " "));
+        std::vector<std::string> degrees;
+        for (const std::string &d : sheet.notesRows[1])
+            if (!d.empty())
+                degrees.push_back(d);
+        EXPECT_EQ(cli::Join(degrees, " "), c.degrees) << c.root << " " << c.chord;
+        std::set<std::string> seen;
+        for (std::size_t r = 1; r < plain.rows.size(); ++r)
+            for (std::size_t p = 0; p < plain.rows[r].size(); ++p) {
+                const std::string &name = plain.rows[r][p], &text = sheet.rows[r][p];
+                if (const auto want = c.shown.find(name); want != c.shown.end()) {
+                    EXPECT_EQ(text, want->second) << name;
+                    seen.insert(name);
+                }
+                const auto &m = sheet.notes, &n = plain.notes;
+                EXPECT_EQ(ChartTextColor(text, m[0], m[1], m[2], m[3]),
+                          ChartTextColor(name, n[0], n[1], n[2], n[3]))
+                    << c.root << " " << c.chord << " " << text;
+            }
+        EXPECT_EQ(seen.size(), c.shown.size()) << c.root << " " << c.chord;
+    }
+    const testsupport::Outcome run =
+        RunChart({"--root", "G", "--chord", "m7", "--labels", "Degrees"});
+    EXPECT_NE(run.out.find("\nNotes: G Bb D F\nDegrees: R b3 5 b7\n"), std::string::npos)
+        << run.out;
+    // Scripts read the cells as notes whatever the chart shows.
+    EXPECT_EQ(RunChart({"--root", "G", "--chord", "m7", "--labels", "both", "--tsv"}).out,
+              RunChart({"--root", "G", "--chord", "m7", "--tsv"}).out);
+}
+
+TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStripe) {
+    OpenWindow w;
+    const ChartSheet sheet =
+        cli::WithDegrees(Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"), Spelling::Musician));
+    QTemporaryDir dir;
+    const auto render = [&](const char *palette) {
+        const QString png = dir.filePath(QString::fromLatin1(palette) + ".png");
+        const testsupport::Outcome run =
+            RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord", "7",
+                      "--palette", palette, "--png", png});
+        EXPECT_EQ(run.status, 0) << run.err;
+        return QImage(png).convertToFormat(QImage::Format_RGB32);
+    };
+    const auto greenish = [](QRgb p) { return qGreen(p) - std::max(qRed(p), qBlue(p)) > 24; };
+    for (const char *palette : {"window", "colour-blind"}) {
+        const QImage image = render(palette);
+        const bool colourBlind = std::strcmp(palette, "window") != 0;
+        std::set<QRgb> fills;
+        int cells = 0, green = 0;
+        for (Int row = 1; row <= sheet.StringCount(); ++row) {
+            const QRect band = ChartPageRow(sheet, row);
+            for (int x = band.left(); x <= band.right(); ++x)
+                for (int y = band.top(); y <= band.bottom(); ++y)
+                    green += greenish(image.pixel(x, y));
+            // A cell's fill is what stands at its lower right, clear of text
+            // and of the frame; its text is the pixel that differs most.
+            const int columns = static_cast<int>(sheet.rows[0].size());
+            for (int c = 0; c < columns; ++c) {
+                const int left = band.left() + c * band.width() / columns;
+                const int right = band.left() + (c + 1) * band.width() / columns - 1;
+                const QRgb fill = image.pixel(right - 2, band.bottom() - 2);
+                const Color fillColor = fill & 0xFFFFFF;
+                if (std::find(std::begin(colors::kToneColourBlind),
+                              std::end(colors::kToneColourBlind),
+                              fillColor) == std::end(colors::kToneColourBlind))
+                    continue;
+                ++cells;
+                fills.insert(fill);
+                double best = 1;
+                for (int x = left + 1; x < right - 1; ++x)
+                    for (int y = band.top() + 1; y < band.bottom() - 1; ++y)
+                        best =
+                            std::max(best, ContrastRatio(fillColor, image.pixel(x, y) & 0xFFFFFF));
+                EXPECT_GE(best, 4.5) << "row " << row << " column " << c;
+            }
+        }
+        int expected = 0;
+        for (std::size_t r = 1; r < sheet.rows.size(); ++r)
+            for (const std::string &cell : sheet.rows[r])
+                expected += !cell.empty();
+        EXPECT_EQ(cells, colourBlind ? expected : 0) << palette;
+        EXPECT_EQ(fills.size(), colourBlind ? 4u : 0u) << palette;
+        // The window's even rows are a light green; the colour-blind ones are not.
+        EXPECT_EQ(green > 0, !colourBlind) << palette;
+    }
+    // Black or white, whichever reads better, on each hue.
+    for (const Color hue : colors::kToneColourBlind)
+        EXPECT_GE(ContrastRatio(hue, TextColorOn(hue)), 4.5) << std::hex << hue;
+    EXPECT_NEAR(ContrastRatio(0x000000, 0xFFFFFF), 21.0, 1e-9);
 }
 
 TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
@@ -277,7 +427,13 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
     const QString out = dir.filePath(QStringLiteral("out"));
     // Each bad value, and a word of the one line that must name it.
     const std::pair<QStringList, const char *> bad[] = {
-        {{"--spelling", "flat", "--png", out}, "\"flat\"; accepted: sharps, flats, chord"},
+        {{"--spelling", "flat", "--png", out},
+         "\"flat\"; accepted: musician, sharps, flats, chord"},
+        {{"--paper", "a5", "--pdf", out}, "unknown paper \"a5\"; accepted: a4, letter"},
+        {{"--palette", "grey", "--png", out},
+         "unknown palette \"grey\"; accepted: window, colour-blind"},
+        {{"--labels", "note", "--png", out},
+         "unknown labels \"note\"; accepted: notes, degrees, both"},
         {{"--identify", "D,H"}, "\"H\" is not a note name"},
         {{"--identify", "D,F#,A,C,E"}, "names 5 notes; accepted: 2 to 4"},
         {{"--identify", "D"}, "names 1 note;"},
@@ -324,7 +480,7 @@ TEST(ChartCommand, NewOptionsReachTheFilesAndTheirBadValuesWriteNothing) {
                   .status,
               0);
     EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32),
-              RenderSheet(sheet, 1, {true, true}));
+              RenderChartPage(cli::WithDegrees(sheet), cli::ChartTitle(sheet), 1, {true, true}));
 }
 
 TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {
@@ -375,8 +531,14 @@ TEST(ChartCommand, EachBadInputIsOneExactLineAStatusAndNoFile) {
         EXPECT_TRUE(QDir(dir.path()).isEmpty()) << args.join(' ').toStdString();
     }
     // The musician's spellings of the same note all reach the same chart.
-    const std::string sharp = RunChart({"--root", "F#", "--tuning", "F,A,D", "--tsv"}).out;
+    const auto tsv = [](QStringList args) {
+        return RunChart(args << "--tsv"
+                             << "--spelling"
+                             << "sharps")
+            .out;
+    };
+    const std::string sharp = tsv({"--root", "F#", "--tuning", "F,A,D"});
     for (const char *root : {"F\u266F", "Gb", "G\u266D", "E##", "Ex"})
-        EXPECT_EQ(RunChart({"--root", root, "--tuning", "E#,A,D", "--tsv"}).out, sharp) << root;
-    EXPECT_EQ(RunChart({"--root", "B#", "--tsv"}).out, RunChart({"--root", "C", "--tsv"}).out);
+        EXPECT_EQ(tsv({"--root", root, "--tuning", "E#,A,D"}), sharp) << root;
+    EXPECT_EQ(tsv({"--root", "B#"}), tsv({"--root", "C"}));
 }

@@ -166,3 +166,29 @@ TEST(Identify, ExactMatchesThenWiderOnes) {
     EXPECT_EQ(dmaj[1], (Match{2, 4, false})); // B m7
     EXPECT_FALSE(dmaj[1].exact);
 }
+
+TEST(SpellByDegree, ARootNobodyTypedTakesTheSpellingWithFewerAccidentals) {
+    // note index, chord, the name; a tie in the chord goes to the key with
+    // fewer accidentals, then to the sharp.
+    const std::vector<std::tuple<int, std::string, std::string>> rows = {
+        {1, "maj7", "Bb"}, {6, "m", "Eb"},    {9, "Maj", "F#"},  {4, "Maj", "Db"},
+        {4, "m", "C#"},    {11, "m", "G#"},   {11, "Maj", "Ab"}, {11, "Dim7", "G#"},
+        {8, "Dim7", "F"},  {6, "Dim7", "D#"}, {3, "7", "C"},
+    };
+    for (const auto &[note, chord, want] : rows) {
+        const auto index = std::find(kChordNames.begin(), kChordNames.end(), chord);
+        EXPECT_EQ(PlainRoot(note, static_cast<int>(index - kChordNames.begin())), want)
+            << note << " " << chord;
+    }
+}
+
+TEST(SpellByDegree, ATypedRootIsKeptWhereItNamesTheTypedNotesAsTyped) {
+    const std::vector<std::tuple<std::string, int, std::vector<std::string>, bool>> rows = {
+        {"A#", 0, {"A#", "Cx", "E#"}, true},    {"A#", 2, {"A#", "D", "F", "A"}, false},
+        {"Bb", 2, {"bb", "D", "F", "A"}, true}, {"C", 1, {"C", "E", "G", "Bb"}, true},
+        {"C", 1, {"C", "E", "G", "A#"}, false}, {"E#", 0, {"E#", "A", "C"}, false},
+        {"F", 0, {"f", "a", "c"}, true},
+    };
+    for (const auto &[root, chord, typed, fits] : rows)
+        EXPECT_EQ(FitsTyped(root, chord, typed), fits) << root << " " << chord;
+}

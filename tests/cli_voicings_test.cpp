@@ -62,7 +62,7 @@ TEST(Voicings, FirstLinesAsWorkedOutByHand) {
          {"6+ 0 8 | C# A E | 3 R 5", "8 0 6+ | E A C# | 5 R 3"}},
         // The chromatic board's frets are numbered as its semitones.
         {{"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "C", "--chord", "7"},
-         {"10 7 8 0 | C E A# G | R 3 b7 5"}},
+         {"10 7 8 0 | C E Bb G | R 3 b7 5"}},
         // --highest by fret name stops at "6+" (position 7).
         {{"--frets", "1", "--root", "A", "--highest", "6+", "--count", "1"},
          {"4 2 1 | A C# E | R 3 5"}},
@@ -268,7 +268,7 @@ TEST(Diagrams, SvgPdfAndTheFingeringBook) {
         {{"--root", "D", "--capo", "2", "--svg", path("v.svg")},
          "v.svg",
          "<?xml",
-         "<title>D Maj - Diatonic, 3 strings D A D, capo at 2</title>"},
+         "<title>D Maj: D F# A - Diatonic, 3 strings D A D, capo at 2</title>"},
         {{"--root", "D", "--pdf", path("v.pdf")}, "v.pdf", "%PDF", "/Count 1\n"},
         {{"--book", path("b.pdf"), "--roots", "D,G", "--chords", "Maj,m"},
          "b.pdf",

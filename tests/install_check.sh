@@ -69,7 +69,7 @@ fi
 # The companion command runs from where it was installed, with no display.
 if [ -x "$prefix/bin/varnock-chart" ]; then
     notes=$(env -u DISPLAY -u WAYLAND_DISPLAY HOME="$prefix/home" \
-        "$prefix/bin/varnock-chart" --root D 2>&1 | tail -n 1)
+        "$prefix/bin/varnock-chart" --root D 2>&1 | grep '^Notes:')
     if [ "$notes" != "Notes: D F# A" ]; then
         echo "installed varnock-chart printed: $notes"
         failed=1

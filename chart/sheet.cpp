@@ -45,8 +45,8 @@ void PaintLabel(QPainter &painter, const char *name) {
 // events the controller's list raises.
 std::unique_ptr<Listbox> MakeList(const char *name, const std::vector<std::string> &headings,
                                   const std::vector<std::vector<std::string>> &rows) {
-    const ControlSpec &spec = ControlByName(name);
-    auto list = std::make_unique<Listbox>(spec.columns, spec.rowHeight);
+    const ControlSpec &control = ControlByName(name);
+    auto list = std::make_unique<Listbox>(control.columns, control.rowHeight);
     for (std::size_t c = 0; c < headings.size(); ++c)
         list->SetHeading(static_cast<Int>(c), headings[c]);
     for (const auto &row : rows) {

@@ -348,9 +348,9 @@ std::span<const OptionSpec> OptionTable() {
 }
 
 const OptionSpec *FindOption(std::string_view name) {
-    for (const OptionSpec &spec : kOptions)
-        if (spec.name == name || (!spec.shortName.empty() && spec.shortName == name))
-            return &spec;
+    for (const OptionSpec &entry : kOptions)
+        if (entry.name == name || (!entry.shortName.empty() && entry.shortName == name))
+            return &entry;
     return nullptr;
 }
 
@@ -365,10 +365,10 @@ Options ParseArguments(const std::vector<std::string> &args) {
             value = name.substr(name.find('=') + 1);
             name.erase(name.find('='));
         }
-        const OptionSpec *spec = FindOption(name);
-        if (!spec)
+        const OptionSpec *entry = FindOption(name);
+        if (!entry)
             throw BadInput("unknown option \"" + name + "\"; see --help");
-        if (spec->kind == ValueKind::None) {
+        if (entry->kind == ValueKind::None) {
             if (value)
                 throw BadInput("option " + name + " takes no value");
             value = "";
@@ -379,14 +379,14 @@ Options ParseArguments(const std::vector<std::string> &args) {
         }
         // Nothing we take starts with a dash, so "--book --help" is a missing
         // file name, not a file named "--help".
-        if (spec->kind != ValueKind::None && value->starts_with("-"))
+        if (entry->kind != ValueKind::None && value->starts_with("-"))
             throw BadInput("option " + name + " needs " +
-                           (spec->kind == ValueKind::File ? "a file name" : "a value") +
+                           (entry->kind == ValueKind::File ? "a file name" : "a value") +
                            ", not \"" + *value + "\"");
-        if (spec->output && std::find(seen.begin(), seen.end(), spec) != seen.end())
-            throw BadInput("option " + std::string(spec->name) + " is given twice");
-        seen.push_back(spec);
-        spec->store(o, *value);
+        if (entry->output && std::find(seen.begin(), seen.end(), entry) != seen.end())
+            throw BadInput("option " + std::string(entry->name) + " is given twice");
+        seen.push_back(entry);
+        entry->store(o, *value);
     }
     CheckCombinations(o);
     return o;
@@ -410,20 +410,20 @@ cell painting as the program's window, without opening a window.
 )";
     for (const auto &[section, heading] : kHeadings) {
         out += std::string("\n") + heading + "\n";
-        for (const OptionSpec &spec : kOptions) {
-            if (spec.section != section)
+        for (const OptionSpec &entry : kOptions) {
+            if (entry.section != section)
                 continue;
             std::string left = "  ";
-            if (!spec.shortName.empty())
-                left += std::string(spec.shortName) + ", ";
-            left += spec.name;
-            if (!spec.valueName.empty())
-                left += " " + std::string(spec.valueName);
+            if (!entry.shortName.empty())
+                left += std::string(entry.shortName) + ", ";
+            left += entry.name;
+            if (!entry.valueName.empty())
+                left += " " + std::string(entry.valueName);
             if (left.size() + 1 > kColumn)
                 out += left + "\n" + std::string(kColumn, ' ');
             else
                 out += left + std::string(kColumn - left.size(), ' ');
-            std::string help(spec.help);
+            std::string help(entry.help);
             if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
                 help.replace(at, 8, ChordList(kColumn));
             if (const auto at = help.find("@NAMES@"); at != std::string::npos)

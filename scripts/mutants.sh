@@ -59,8 +59,8 @@ faults=(
   'chart/cellpaint.cpp@@    if (text == note3)@@    if (text == note4)'
   'chart/cellpaint.cpp@@    if (column >= 0 && column <= 3)@@    if (column >= 0 && column < 3)'
   'chart/cellpaint.h@@{0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000}@@{0x00AA00, 0xBB00BB, 0x0000BB, 0xAA0000}'  # varnock-chart.
-  'cli/options.cpp@@        if (spec->output && std::find(seen.begin(), seen.end(), spec) != seen.end())@@        if (false)'
-  'cli/options.cpp@@        if (spec->kind != ValueKind::None && value->starts_with("-"))@@        if (spec->kind == ValueKind::File && value->starts_with("--"))'
+  'cli/options.cpp@@        if (entry->output && std::find(seen.begin(), seen.end(), entry) != seen.end())@@        if (false)'
+  'cli/options.cpp@@        if (entry->kind != ValueKind::None && value->starts_with("-"))@@        if (entry->kind == ValueKind::File && value->starts_with("--"))'
   'cli/names.cpp@@        if (s.strings && *s.strings + 3 != strings)@@        if (s.strings && *s.strings + 3 < strings)'
   'cli/names.cpp@@        return cat::Mod12(*note - 5);@@        return cat::Mod12(*note - 4);'
   'cli/names.cpp@@    for (const auto &[alias, name] : kChordAliases)@@    for (const auto &[name, alias] : kChordAliases)'

@@ -532,10 +532,10 @@ TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {
 // exactly the options of the table, and the completion the catalogue's names.
 TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
     std::set<std::string> table;
-    for (const cli::OptionSpec &spec : cli::OptionTable()) {
-        table.insert(std::string(spec.name));
-        if (!spec.shortName.empty())
-            table.insert(std::string(spec.shortName));
+    for (const cli::OptionSpec &entry : cli::OptionTable()) {
+        table.insert(std::string(entry.name));
+        if (!entry.shortName.empty())
+            table.insert(std::string(entry.shortName));
     }
     const std::string bash =
         testsupport::ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.bash");

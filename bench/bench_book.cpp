@@ -6,7 +6,7 @@
 #include "cli/book.h"
 #include "cli/names.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QProcess>
 
 #include <algorithm>
@@ -26,7 +26,7 @@ int main(int argc, char **argv) {
     std::filesystem::create_directories(scratch);
     setenv("XDG_DATA_HOME", (scratch / "data").c_str(), 1);
     setenv("XDG_CONFIG_HOME", (scratch / "config").c_str(), 1);
-    QApplication app(argc, argv);
+    QGuiApplication app(argc, argv);
 
     const QString book = QString::fromStdString((scratch / "book.pdf").string());
     constexpr int kRuns = 5;

@@ -2,8 +2,8 @@
 // tables rebuilt) and one full repaint of the chart, offscreen.
 
 #include "bench.h"
-#include "chart/window1.h"
-#include "platform/listboxview.h"
+#include "window/window1.h"
+#include "window/listboxview.h"
 #include "settings/location.h"
 #include "shell/app.h"
 

@@ -3,7 +3,7 @@
 // this program as a child that starts exactly as Varnock does (settings store,
 // window, opening, show) and reports when the chart has been painted.
 
-#include "chart/window1.h"
+#include "window/window1.h"
 #include "shell/app.h"
 
 #include <QApplication>

@@ -2,12 +2,11 @@
 
 #include "chart/cellpaint.h"
 #include "chart/controls.h"
-#include "platform/listboxview.h"
+#include "platform/listboxpaint.h"
 
-#include <QApplication>
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
-#include <QStyle>
 
 #include <cairo.h>
 
@@ -29,15 +28,16 @@ QRect SheetRect() {
     return Place("Listbox1").united(Place("Listbox2")).united(Place("Label4"));
 }
 
-// A label draws its text as the style does for a plain left-aligned label.
+// A label draws its text as a plain left-aligned label on screen does.
 void PaintLabel(QPainter &painter, const char *name) {
     const ControlSpec &c = ControlByName(name);
     painter.save();
     painter.setFont(LabelFont());
-    QApplication::style()->drawItemText(
-        &painter, QRect(0, 0, c.width, c.height),
-        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextExpandTabs | Qt::TextForceLeftToRight,
-        QApplication::palette(), true, QString::fromLatin1(c.items[0]), QPalette::WindowText);
+    painter.setPen(QGuiApplication::palette().windowText().color());
+    painter.drawText(QRect(0, 0, c.width, c.height),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextExpandTabs |
+                         Qt::TextForceLeftToRight,
+                     QString::fromLatin1(c.items[0]));
     painter.restore();
 }
 
@@ -60,7 +60,7 @@ std::unique_ptr<Listbox> MakeList(const char *name, const std::vector<std::strin
 } // namespace
 
 QFont ListFont() {
-    QFont font = QApplication::font();
+    QFont font = QGuiApplication::font();
     font.setBold(true);
     font.setPixelSize(12);
     return font;

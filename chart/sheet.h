@@ -6,7 +6,7 @@
 
 #include "chart/cellpaint.h"
 #include "chart/chartsheet.h"
-#include "platform/listboxview.h"
+#include "platform/listboxpaint.h"
 
 #include <QFont>
 #include <QImage>

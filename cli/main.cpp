@@ -23,7 +23,7 @@
 #include "settings/selections.h"
 #include "version.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 
 #include <cstdlib>
 #include <exception>
@@ -220,8 +220,8 @@ int Run(int argc, char **argv) {
         if (type == QtCriticalMsg || type == QtFatalMsg)
             std::cerr << text.toStdString() << "\n";
     });
-    QApplication app(argc, argv);
-    // A modal box would wait forever with nobody to see it.
+    QGuiApplication app(argc, argv);
+    // The settings store's messages, in the command's own voice.
     SetMsgBoxHandler(
         [](const std::string &text) { std::cerr << "varnock-chart: " << text << "\n"; });
     // Only ever read: nothing here saves the selections.

@@ -1,8 +1,7 @@
 #include "platform/application.h"
 
 #include <QCoreApplication>
-#include <QMessageBox>
-#include <QWidget>
+#include <QObject>
 
 #include <map>
 #include <utility>
@@ -23,8 +22,8 @@ std::function<void()> &QuitHandler() {
 
 using Handlers = std::map<std::string, std::function<bool()>>;
 
-std::map<const QWidget *, Handlers> &MenuHandlers() {
-    static std::map<const QWidget *, Handlers> handlers;
+std::map<const QObject *, Handlers> &MenuHandlers() {
+    static std::map<const QObject *, Handlers> handlers;
     return handlers;
 }
 
@@ -43,14 +42,14 @@ Application *CurrentApplication() {
     return Current();
 }
 
-void AddMenuHandler(QWidget *window, const std::string &item, std::function<bool()> handler) {
+void AddMenuHandler(QObject *window, const std::string &item, std::function<bool()> handler) {
     auto &all = MenuHandlers();
     if (all.find(window) == all.end())
         QObject::connect(window, &QObject::destroyed, [window] { MenuHandlers().erase(window); });
     all[window][item] = std::move(handler);
 }
 
-bool RunMenuHandler(const QWidget *window, const std::string &item) {
+bool RunMenuHandler(const QObject *window, const std::string &item) {
     const auto &all = MenuHandlers();
     const auto handlers = all.find(window);
     if (handlers == all.end())
@@ -69,12 +68,6 @@ void AppQuit() {
 
 std::function<void()> SetAppQuitHandler(std::function<void()> handler) {
     return std::exchange(QuitHandler(), std::move(handler));
-}
-
-void ReportUnhandledException(const char *what) {
-    qCritical("%s: unhandled exception: %s", qPrintable(QCoreApplication::applicationName()), what);
-    QMessageBox::critical(nullptr, QCoreApplication::applicationName(),
-                          QStringLiteral("An unexpected error occurred:\n%1").arg(what));
 }
 
 } // namespace varnock

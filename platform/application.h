@@ -2,13 +2,13 @@
 
 // The application object and what a window reaches through it rather than
 // through the program's own shell: the shared menu bar, the About box, menu
-// commands handed over by item name, quitting, and the report of an
-// exception that no handler caught.
+// commands handed over by item name, and quitting.
 
 #include <functional>
 #include <string>
 
 class QMenuBar;
+class QObject;
 class QWidget;
 
 namespace varnock {
@@ -35,19 +35,15 @@ Application *CurrentApplication();
 
 // A window hands the platform its handler for the menu item named `item`;
 // the handler goes with the window.
-void AddMenuHandler(QWidget *window, const std::string &item, std::function<bool()> handler);
+void AddMenuHandler(QObject *window, const std::string &item, std::function<bool()> handler);
 // Runs `window`'s handler for `item`. False when it has none, or when the
 // handler says it did not handle the command.
-bool RunMenuHandler(const QWidget *window, const std::string &item);
+bool RunMenuHandler(const QObject *window, const std::string &item);
 
 // Ends the program: leaves the event loop, after which the process exits.
 void AppQuit();
 // Replaces what AppQuit does (tests count the calls instead of quitting). An
 // empty handler restores the real one. Gives back the previous handler.
 std::function<void()> SetAppQuitHandler(std::function<void()> handler);
-
-// Where an exception that leaves a user's action ends up: reported, never
-// thrown through Qt's event loop.
-void ReportUnhandledException(const char *what);
 
 } // namespace varnock

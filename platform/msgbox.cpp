@@ -1,9 +1,5 @@
 #include "platform/msgbox.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QString>
-
 #include <cstdio>
 #include <utility>
 
@@ -14,6 +10,10 @@ MsgBoxHandler &Handler() {
     static MsgBoxHandler handler;
     return handler;
 }
+MsgBoxHandler &Dialog() {
+    static MsgBoxHandler dialog;
+    return dialog;
+}
 } // namespace
 
 void MsgBox(const std::string &text) {
@@ -21,21 +21,19 @@ void MsgBox(const std::string &text) {
         handler(text);
         return;
     }
-    // Without a widget application there is no box to show; say it on stderr
-    // rather than crash inside Qt.
-    if (qobject_cast<QApplication *>(QCoreApplication::instance()) == nullptr) {
-        std::fprintf(stderr, "Varnock: %s\n", text.c_str());
+    if (const MsgBoxHandler &dialog = Dialog()) {
+        dialog(text);
         return;
     }
-    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Varnock"), QString::fromStdString(text),
-                    QMessageBox::Ok);
-    // Names come from a hand-editable file: never let Qt take them for markup.
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    std::fprintf(stderr, "Varnock: %s\n", text.c_str());
 }
 
 MsgBoxHandler SetMsgBoxHandler(MsgBoxHandler handler) {
     return std::exchange(Handler(), std::move(handler));
+}
+
+void SetMsgBoxDialog(MsgBoxHandler dialog) {
+    Dialog() = std::move(dialog);
 }
 
 } // namespace varnock

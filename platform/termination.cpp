@@ -1,8 +1,8 @@
 #include "platform/termination.h"
 
+#include <QMetaObject>
 #include <QPointer>
 #include <QSocketNotifier>
-#include <QWidget>
 
 #include <csignal>
 #include <fcntl.h>
@@ -31,18 +31,18 @@ void InstallTerminationHandlers() {
         sigaction(sig, &action, nullptr);
 }
 
-void CloseOnTerminationSignals(QWidget *window) {
+void CloseOnTerminationSignals(QObject *window) {
     InstallTerminationHandlers();
     if (g_pipe[0] < 0)
         return;
     auto *notifier = new QSocketNotifier(g_pipe[0], QSocketNotifier::Read, window);
-    QPointer<QWidget> target(window);
+    QPointer<QObject> target(window);
     QObject::connect(notifier, &QSocketNotifier::activated, window, [target] {
         char buffer[16];
         while (::read(g_pipe[0], buffer, sizeof buffer) > 0) {
         }
         if (target)
-            target->close();
+            QMetaObject::invokeMethod(target, "close");
     });
 }
 

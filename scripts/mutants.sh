@@ -51,6 +51,7 @@ faults=(
   'chart/controller.cpp@@    sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;@@    sheet->chordType = Model.ModeSelectMajor + 1;'
   'chart/sheet.cpp@@        PaintTile(g, ChartFillRule(row, column, l.ListCount()));@@        PaintTile(g, ChartFillRule(row, column + 1, l.ListCount()));'
   'platform/popupmenu.cpp@@    if (Change)@@    if (Change && false)'
+  'platform/listboxpaint.cpp@@    gradient.setColorAt(0.92, bottom);@@    gradient.setColorAt(0.9, bottom);'
   # The cell painting.
   'chart/cellpaint.cpp@@    if (row == 2 || row == 4)@@    if (row == 1 || row == 3)'
   'chart/cellpaint.cpp@@    if (column == 0)@@    if (column == 1)'

@@ -3,12 +3,15 @@
 #include "settings/location.h"
 #include "shell/frmabout.h"
 #include "shell/menubar1.h"
+#include "window/dialogs.h"
 
 #include <QApplication>
 
 namespace varnock {
 
 void App::Event_Open() {
+    // The settings store may have something to say from here on.
+    UseMessageDialogs();
     AutoQuit = true;
     QApplication::setQuitOnLastWindowClosed(AutoQuit);
     SetupINI();

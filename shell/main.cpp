@@ -1,6 +1,6 @@
 // Varnock: the chord chart for three- and four-string fretted instruments.
 
-#include "chart/window1.h"
+#include "window/window1.h"
 #include "platform/termination.h"
 #include "shell/app.h"
 

@@ -1,15 +1,10 @@
 // The settings store against real files in a scratch folder, as rows of
-// (file before, operation, file after, value read, messages), and the real
-// message box it reports through.
+// (file before, operation, file after, value read, messages).
 
 #include "platform/msgbox.h"
 #include "settings/iniclass.h"
 #include "support.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -221,35 +216,6 @@ TEST(Ini, GarbageAndOddNamesNeverBreakEitherOperation) {
     // The header at the end has no line end, so it is new to the writer.
     EXPECT_EQ(ReadBytes(file), junk + "[Settings]\rFrets=1\r");
     EXPECT_TRUE(messages.texts.empty());
-}
-
-TEST(MsgBox, ShowsAModalPlainTextBoxTitledVarnockWithAnOkButton) {
-    QString title, text;
-    bool plain = false, modal = false, hasOk = false;
-    // The box is looked for from inside its own event loop.
-    std::function<void()> poll = [&] {
-        QMessageBox *box = nullptr;
-        for (QWidget *widget : QApplication::topLevelWidgets())
-            if (auto *found = qobject_cast<QMessageBox *>(widget); found && found->isVisible())
-                box = found;
-        if (box == nullptr) {
-            QTimer::singleShot(10, poll);
-            return;
-        }
-        modal = box->isModal() || QApplication::activeModalWidget() == box;
-        title = box->windowTitle();
-        text = box->text();
-        plain = box->textFormat() == Qt::PlainText;
-        hasOk = box->button(QMessageBox::Ok) != nullptr;
-        hasOk ? box->button(QMessageBox::Ok)->click() : box->reject();
-    };
-    QTimer::singleShot(0, poll);
-    const MsgBoxHandler previous = SetMsgBoxHandler({});
-    MsgBox("Error reading preference: Settings - Frets");
-    SetMsgBoxHandler(previous);
-    EXPECT_EQ(title, "Varnock");
-    EXPECT_EQ(text, "Error reading preference: Settings - Frets");
-    EXPECT_TRUE(plain && hasOk && modal);
 }
 
 } // namespace

@@ -3,8 +3,8 @@
 // Shared by the window tests: a scratch HOME with its own XDG folders, message
 // capture, and a real main window opened on the offscreen platform.
 
-#include "chart/window1.h"
-#include "platform/listboxview.h"
+#include "window/window1.h"
+#include "window/listboxview.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
 #include "shell/app.h"

@@ -1,6 +1,6 @@
-#include "platform/popupmenuview.h"
+#include "window/popupmenuview.h"
 
-#include "platform/application.h"
+#include "window/dialogs.h"
 
 #include <QSignalBlocker>
 

@@ -1,12 +1,12 @@
-#include "chart/window1.h"
+#include "window/window1.h"
 
 #include "chart/controls.h"
 #include "chart/sheet.h"
 #include "platform/application.h"
-#include "platform/listboxview.h"
-#include "platform/popupmenuview.h"
 #include "settings/location.h"
 #include "settings/selections.h"
+#include "window/listboxview.h"
+#include "window/popupmenuview.h"
 
 #include <QCloseEvent>
 #include <QLabel>

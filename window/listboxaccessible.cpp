@@ -1,6 +1,6 @@
-#include "platform/listboxaccessible.h"
+#include "window/listboxaccessible.h"
 
-#include "platform/listboxview.h"
+#include "window/listboxview.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>

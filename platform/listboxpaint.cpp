@@ -85,16 +85,31 @@ const QImage &HeaderSectionImage(QSize size, qreal ratio, const QPalette &palett
     return found->second;
 }
 
-// A plain box, its four sides filled rather than stroked so that they stay
-// whole pixels under any scale.
+// A plain box whose sides are whole device pixels at any pixel ratio: on a
+// device of ratio 2 they are two nested one-pixel rectangles. The painter's
+// state is put back by hand where it need not be saved, so that vector
+// output gets no needless groups.
 void PaintFrame(QPainter &p, QSize size, const QPalette &palette) {
-    const int w = size.width(), h = size.height(), line = kListboxFrameWidth;
-    p.setPen(Qt::NoPen);
-    p.setBrush(palette.windowText());
-    p.drawRect(0, 0, w, line);
-    p.drawRect(0, h - line, w, line);
-    p.drawRect(0, line, line, h - 2 * line);
-    p.drawRect(w - line, line, line, h - 2 * line);
+    const qreal ratio = p.device() ? p.device()->devicePixelRatio() : 1.0;
+    const bool scaled = !qFuzzyCompare(ratio, qreal(1));
+    int w = size.width(), h = size.height(), line = kListboxFrameWidth;
+    if (scaled) {
+        p.save();
+        p.scale(1 / ratio, 1 / ratio);
+        w = static_cast<int>(w * ratio);
+        h = static_cast<int>(h * ratio);
+        line = qRound(line * ratio);
+    }
+    const QPen pen = p.pen();
+    const QBrush brush = p.brush();
+    p.setPen(palette.windowText().color());
+    p.setBrush(Qt::NoBrush);
+    for (int i = 0; i < line; ++i)
+        p.drawRect(i, i, w - 2 * i - 1, h - 2 * i - 1);
+    p.setPen(pen);
+    p.setBrush(brush);
+    if (scaled)
+        p.restore();
 }
 
 void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLook &look) {
@@ -104,8 +119,11 @@ void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
         r.moveTop(Contents(size).top());
         r.setHeight(kListboxHeadingHeight);
         const QString text = QString::fromStdString(list.Heading(column));
-        p.save();
-        if (DrawsPdf(p)) {
+        // The painter's state changes in the order a style's header makes
+        // them, so that vector output is written the same way.
+        const bool pdf = DrawsPdf(p);
+        const QRegion clip = pdf ? QRegion() : p.clipRegion();
+        if (pdf) {
             // In a PDF the section's clipping would be written out for every
             // section of every chart: its look goes in once as a picture,
             // its label as text.
@@ -113,13 +131,18 @@ void PaintHeading(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
                 onPicture.drawImage(0, 0, HeaderSectionImage(r.size(), ratio, look.palette));
             });
         } else {
-            p.setClipRect(r, Qt::IntersectClip);
+            p.setClipRect(r);
+            p.save();
             p.drawImage(r.topLeft(), HeaderSectionImage(r.size(), ratio, look.palette));
+            p.restore();
             r.adjust(kHeadingMargin, kHeadingMargin, -kHeadingMargin, -kHeadingMargin);
         }
-        p.setPen(look.palette.buttonText().color());
+        const QPen pen = p.pen();
+        p.setPen(QPen(look.palette.buttonText(), pen.widthF()));
         p.drawText(r, Qt::AlignLeft | Qt::AlignVCenter, text);
-        p.restore();
+        p.setPen(pen);
+        if (!pdf)
+            p.setClipRegion(clip);
     }
 }
 
@@ -190,10 +213,10 @@ void PaintListbox(QPainter &p, const Listbox &list, QSize size, const ListboxLoo
     const QPalette &palette = look.palette;
     p.save();
     p.setFont(look.font);
-    PaintFrame(p, size, palette);
     // What a painter opened on a widget starts with, for the paint events.
     p.setPen(palette.color(QPalette::WindowText));
     p.setBrush(palette.brush(QPalette::Window));
+    PaintFrame(p, size, palette);
     const QRect inner = Contents(size);
     p.setClipRect(inner);
     p.fillRect(inner, palette.base());

@@ -399,7 +399,8 @@ std::string HelpText() {
          "Selections (names as in the program's menus; defaults are its start values):"},
         {Section::Output, "Output (text goes to standard output unless -o is given):"},
         {Section::Look, "How the chart is shown (text, images and the book alike):"},
-        {Section::Naming, "Naming chords (these print text only and take no other output option):"},
+        {Section::Naming,
+         "Naming chords, and modes (these print text only and take no other output option):"},
         {Section::Fingering, "Fingerings and the capo:"},
         {Section::Other, "Other:"},
     };

@@ -34,27 +34,17 @@ std::vector<ChordTone> Chord(int root, const std::string &type) {
 
 // "h12 r4 k3 c8 m": highest 12, reach 4, capo 3, count 8, muted strings allowed.
 Limits Parse(const std::string &text) {
+    static const std::map<char, int Limits::*> fields = {{'h', &Limits::highest},
+                                                         {'r', &Limits::reach},
+                                                         {'k', &Limits::capo},
+                                                         {'c', &Limits::count}};
     Limits limits;
     std::istringstream in(text);
     for (std::string word; in >> word;) {
-        const int value = word.size() > 1 ? std::stoi(word.substr(1)) : 0;
-        switch (word[0]) {
-        case 'h':
-            limits.highest = value;
-            break;
-        case 'r':
-            limits.reach = value;
-            break;
-        case 'k':
-            limits.capo = value;
-            break;
-        case 'c':
-            limits.count = value;
-            break;
-        case 'm':
+        if (word == "m")
             limits.mutedOk = true;
-            break;
-        }
+        else
+            limits.*fields.at(word[0]) = std::stoi(word.substr(1));
     }
     return limits;
 }

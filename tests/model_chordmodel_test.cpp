@@ -2,17 +2,23 @@
 // checked on worked charts (one row per case), then its edges and failures.
 
 #include "model/chordmodel.h"
-#include "model_support.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 using namespace varnock;
-using modelsupport::DefaultTuning;
-using modelsupport::Recompute;
 
 namespace {
+
+// One recompute in the main window's order.
+std::string Recompute(ChordModel &m, Int mode, Int root, Int chord) {
+    m.SelectedChord = root;
+    m.ModeSelectMajor = chord;
+    m.M.Startup(mode);
+    m.Init();
+    return m.DisplayChord();
+}
 
 // A TableOne row: "D:0,7 A:4" puts "D," at positions 0 and 7, "A," at 4 and
 // "," everywhere else.
@@ -83,7 +89,7 @@ class Charts : public ::testing::TestWithParam<Chart> {};
 TEST_P(Charts, SpellAndMarkEveryString) {
     const Chart &c = GetParam();
     ChordModel m;
-    DefaultTuning(m);
+    m.SetStartValues();
     Int *properties[] = {&m.BassSelectMenu, &m.MiddleSelectMenu, &m.MelodySelectMenu,
                          &m.ForthSelectMenu};
     for (int s = 0; s < 4; ++s)
@@ -115,14 +121,14 @@ TEST(Model, EveryTuningItemGivesItsOwnNoteOnEveryString) {
             EXPECT_EQ((*list)(0), items[index]) << "item " << index;
     }
     // The middle string's start value names A as its popup's item 7 does.
-    DefaultTuning(m);
+    m.SetStartValues();
     Recompute(m, 0, 0, 0);
     EXPECT_EQ(m.M.Middle_List(0), "A");
 }
 
 TEST(Model, NothingOfThePreviousChordSurvivesAndSpareArraysStayEmpty) {
     ChordModel m;
-    DefaultTuning(m);
+    m.SetStartValues();
     EXPECT_EQ(Recompute(m, 0, 0, 1), "A,C#,E,G");
     EXPECT_EQ(m.TableOne(2, 6), "G,");
     EXPECT_EQ(Recompute(m, 0, 0, 0), "A,C#,E");
@@ -148,7 +154,7 @@ TEST(Model, StepsTruncateAndThoseBeyondTheFourthNoteAreDropped) {
 
 TEST(Model, UnknownModeKeepsTheTableInForceAndInitUsesTheLastOpenNotes) {
     ChordModel m;
-    DefaultTuning(m);
+    m.SetStartValues();
     Recompute(m, 2, 0, 0);
     const Array<Int> mode2 = m.M.Fret_Indices;
     for (Int bad : {-1, 6}) {
@@ -173,7 +179,7 @@ TEST(Model, FailuresLeaveAClearedTableAndTheOldNames) {
         return true;
     };
     ChordModel m;
-    DefaultTuning(m);
+    m.SetStartValues();
     EXPECT_THROW(m.DisplayChord(), OutOfBoundsException) << "before any Startup";
     EXPECT_TRUE(cleared(m));
     Recompute(m, 0, 0, 1);

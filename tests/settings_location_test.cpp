@@ -9,10 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -23,32 +20,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using testsupport::EnvVar;
 using testsupport::Messages;
 using testsupport::ReadBytes;
 using testsupport::TempDir;
 using testsupport::WriteBytes;
-
-// Sets an environment variable for the life of the object, then puts back
-// what was there.
-class EnvVar {
-  public:
-    EnvVar(const char *name, const std::optional<std::string> &value) : name_(name) {
-        if (const char *old = std::getenv(name))
-            previous_ = old;
-        Apply(value);
-    }
-    ~EnvVar() { Apply(previous_); }
-    void Apply(const std::optional<std::string> &value) const {
-        if (value)
-            setenv(name_, value->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-
-  private:
-    const char *name_;
-    std::optional<std::string> previous_;
-};
 
 class LocationTest : public ::testing::Test {
   protected:
@@ -172,21 +148,6 @@ TEST_F(LocationTest, FirstStartMakesAnEmptyFolderAndNoFile) {
     EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=0\r");
 }
 
-TEST_F(LocationTest, OldFolderAloneIsCopiedAndStaysWhereItWas) {
-    MakeOldFolder("[Settings]\rFrets=3\r");
-    SetupINI();
-    EXPECT_EQ(Get("Settings", "Frets"), std::make_pair(Int{1}, std::string("3")));
-    EXPECT_EQ(ReadBytes(newFolder / "extra" / "notes.txt"), "kept");
-    EXPECT_EQ(ReadBytes(oldFolder / "Varnock.ini"), "[Settings]\rFrets=3\r");
-    EXPECT_EQ(ReadBytes(oldFolder / "extra" / "notes.txt"), "kept");
-
-    // Writes go to the new place only.
-    myINI->SetPreference("Settings", "Frets", "1");
-    EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=1\r");
-    EXPECT_EQ(ReadBytes(oldFolder / "Varnock.ini"), "[Settings]\rFrets=3\r");
-    EXPECT_TRUE(messages.texts.empty());
-}
-
 TEST_F(LocationTest, SecondStartCopiesNothingEvenWhenTheOldFolderChanged) {
     MakeOldFolder("[Settings]\rFrets=3\r");
     SetupINI();
@@ -253,6 +214,7 @@ TEST_F(LocationTest, CopyMakesTheDataFolderWhenEvenThatIsMissing) {
     ASSERT_FALSE(fs::exists(data));
     CheckINILocation("HelmfordVarnock");
     EXPECT_EQ(ReadBytes(newFile), "[Settings]\rFrets=2\r");
+    EXPECT_EQ(ReadBytes(newFolder / "extra" / "notes.txt"), "kept"); // the whole folder
     // Only the folder of the given name is looked at.
     fs::create_directories(config / "Other");
     fs::remove_all(newFolder);

@@ -59,44 +59,44 @@ class TempDir {
     fs::path path_;
 };
 
+// Sets an environment variable (nullopt: unsets it) for the life of the
+// object, then puts back what was there.
+class EnvVar {
+  public:
+    EnvVar(const char *name, const std::optional<std::string> &value) : name_(name) {
+        if (const char *old = std::getenv(name))
+            previous_ = old;
+        Apply(value);
+    }
+    ~EnvVar() { Apply(previous_); }
+    EnvVar(const EnvVar &) = delete;
+    EnvVar &operator=(const EnvVar &) = delete;
+
+  private:
+    void Apply(const std::optional<std::string> &value) const {
+        if (value)
+            setenv(name_, value->c_str(), 1);
+        else
+            unsetenv(name_);
+    }
+    const char *name_;
+    std::optional<std::string> previous_;
+};
+
 // HOME, XDG_DATA_HOME and XDG_CONFIG_HOME moved to a fresh folder for the
 // test's lifetime; the developer's own folders are never touched.
 class ScratchHome {
   public:
-    ScratchHome() {
-        std::string name = (fs::temp_directory_path() / "varnock-home-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("mkdtemp failed");
-        root_ = name;
-        Save("HOME");
-        Save("XDG_DATA_HOME");
-        Save("XDG_CONFIG_HOME");
-        setenv("HOME", root_.c_str(), 1);
-        setenv("XDG_DATA_HOME", (root_ / "data").c_str(), 1);
-        setenv("XDG_CONFIG_HOME", (root_ / "config").c_str(), 1);
-    }
-    ~ScratchHome() {
-        for (const auto &[name, value] : saved_) {
-            if (value)
-                setenv(name.c_str(), value->c_str(), 1);
-            else
-                unsetenv(name.c_str());
-        }
-        std::error_code ec;
-        fs::remove_all(root_, ec);
-    }
-    fs::path DataFolder() const { return root_ / "data" / "HelmfordVarnock"; }
-    fs::path OldFolder() const { return root_ / "config" / "HelmfordVarnock"; }
+    fs::path DataFolder() const { return Root() / "data" / "HelmfordVarnock"; }
+    fs::path OldFolder() const { return Root() / "config" / "HelmfordVarnock"; }
     fs::path IniFile() const { return DataFolder() / "Varnock.ini"; }
-    const fs::path &Root() const { return root_; }
+    const fs::path &Root() const { return root_.Path(); }
 
   private:
-    void Save(const char *name) {
-        const char *v = std::getenv(name);
-        saved_.emplace_back(name, v ? std::optional<std::string>(v) : std::nullopt);
-    }
-    fs::path root_;
-    std::vector<std::pair<std::string, std::optional<std::string>>> saved_;
+    TempDir root_;
+    EnvVar home_{"HOME", Root().string()};
+    EnvVar data_{"XDG_DATA_HOME", (Root() / "data").string()};
+    EnvVar config_{"XDG_CONFIG_HOME", (Root() / "config").string()};
 };
 
 class Messages {

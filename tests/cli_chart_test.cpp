@@ -356,6 +356,18 @@ std::vector<std::pair<std::string, double>> Words(const QString &pdf, int page) 
     return words;
 }
 
+// How many of a page's words are among `wanted`, each checked to be set at
+// 9 pt or more: DejaVu Bold's line is 1.163 em.
+int ReadableCount(const QString &pdf, int page, const std::set<std::string> &wanted) {
+    int count = 0;
+    for (const auto &[word, height] : Words(pdf, page))
+        if (wanted.count(word)) {
+            ++count;
+            EXPECT_GE(height / 1.163, 8.999) << word;
+        }
+    return count;
+}
+
 TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     QTemporaryDir dir;
     const QString book = dir.filePath(QStringLiteral("book.pdf"));
@@ -373,15 +385,8 @@ TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     EXPECT_EQ(pdf.Outline(pdf.Entry("Gb")),
               (std::vector<std::pair<std::string, int>>{
                   {"Gb Maj", 5}, {"Gb m", 5}, {"Gb 7", 6}, {"Gb m7", 6}, {"Gb Dim7", 7}}));
-    // Every chart cell's note is set at 9 pt or more: DejaVu Bold's line is 1.163 em.
-    int notes = 0;
-    for (const auto &[word, height] : Words(book, 6)) {
-        if (word != "Gb" && word != "Bb" && word != "Db" && word != "E" && word != "Fb")
-            continue;
-        ++notes;
-        EXPECT_GE(height / 1.163, 8.999) << word;
-    }
-    EXPECT_GT(notes, 20);
+    // Every chart cell's note is readable.
+    EXPECT_GT(ReadableCount(book, 6, {"Gb", "Bb", "Db", "E", "Fb"}), 20);
     const auto contents = Words(book, 1);
     ASSERT_GE(contents.size(), 3u);
     EXPECT_EQ(contents[0].first + " " + contents[1].first, "Chord book");
@@ -392,46 +397,28 @@ TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
               0);
     EXPECT_NE(testsupport::ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 792 612 ]"),
               std::string::npos);
-    int cells = 0;
-    for (const auto &[word, height] : Words(book, 2))
-        if (word == "bb7") {
-            ++cells;
-            EXPECT_GE(height / 1.163, 8.999);
-        }
-    EXPECT_GE(cells, 3);
+    EXPECT_GE(ReadableCount(book, 2, {"bb7"}), 3);
 }
 
 TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
-    struct Row {
-        const char *paper; // "" for the default
-        const char *mediaBox;
-    };
-    const Row cases[] = {{"", "/MediaBox [0 0 842.000000 595.000000]"},
-                         {"a4", "/MediaBox [0 0 842.000000 595.000000]"},
-                         {"Letter", "/MediaBox [0 0 792.000000 612.000000]"}};
     QTemporaryDir dir;
-    for (const Row &c : cases) {
-        const QString pdf = dir.filePath(QStringLiteral("chart.pdf"));
-        QStringList args{"--root",    "Eb",       "--chord", "7",     "--frets",
-                         "Chromatic", "--tuning", "D,A,D,G", "--pdf", pdf};
-        if (*c.paper)
-            args << "--paper" << c.paper;
-        ASSERT_EQ(RunChart(args).status, 0) << c.paper;
-        EXPECT_NE(testsupport::ReadBytes(pdf.toStdString()).find(c.mediaBox), std::string::npos)
-            << c.paper;
+    const QString pdf = dir.filePath(QStringLiteral("chart.pdf"));
+    const QStringList chart = {"--root",    "Eb",       "--chord", "7",     "--frets",
+                               "Chromatic", "--tuning", "D,A,D,G", "--pdf", pdf};
+    const std::pair<QStringList, const char *> cases[] = {
+        {{}, "/MediaBox [0 0 842.000000 595.000000]"},
+        {{"--paper", "a4"}, "/MediaBox [0 0 842.000000 595.000000]"},
+        {{"--paper", "Letter"}, "/MediaBox [0 0 792.000000 612.000000]"}};
+    for (const auto &[paper, mediaBox] : cases) {
+        ASSERT_EQ(RunChart(chart + paper).status, 0) << mediaBox;
+        EXPECT_NE(testsupport::ReadBytes(pdf.toStdString()).find(mediaBox), std::string::npos);
         const auto words = Words(pdf, 1);
         std::string title;
         for (std::size_t i = 0; i < 6 && i < words.size(); ++i)
             title += (i ? " " : "") + words[i].first;
-        EXPECT_EQ(title, "Eb 7: Eb G Bb Db") << c.paper;
-        // Every Db on the page is set at 9 pt or more.
-        int cells = 0;
-        for (const auto &[word, height] : words)
-            if (word == "Db") {
-                ++cells;
-                EXPECT_GE(height / 1.163, 8.999);
-            }
-        EXPECT_EQ(cells, 1 + 6 + 1) << c.paper; // the title, six cells, the notes table
+        EXPECT_EQ(title, "Eb 7: Eb G Bb Db") << mediaBox;
+        // The title, six cells and the notes table.
+        EXPECT_EQ(ReadableCount(pdf, 1, {"Db"}), 1 + 6 + 1) << mediaBox;
     }
 }
 

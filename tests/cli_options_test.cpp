@@ -26,31 +26,22 @@
 
 using namespace varnock;
 using cli::Spelling;
+using testsupport::Lines;
 using testsupport::OpenWindow;
 using testsupport::RunChart;
 
 namespace {
 
 cli::Options Chart(const char *frets, const char *tuning, const char *root, const char *chord) {
-    cli::Options o;
-    o.frets = frets;
-    o.tuning = tuning;
-    o.strings = std::count(tuning, tuning + strlen(tuning), ',') == 3 ? "4" : "3";
-    o.root = root;
-    o.chord = chord;
-    return o;
+    const char *strings = std::count(tuning, tuning + strlen(tuning), ',') == 3 ? "4" : "3";
+    return cli::ParseArguments({"--frets", frets, "--tuning", tuning, "--strings", strings,
+                                "--root", root, "--chord", chord});
 }
 
 // The sheet of a selection, spelled.
 ChartSheet Select(Window1 &w, const cli::Options &o, Spelling spelling = Spelling::Sharps) {
     cli::Apply(w, cli::Resolve(o));
     return cli::Spell(w.Sheet(), spelling, cli::SpellingRoot(o.root));
-}
-
-std::vector<std::string> Lines(const std::string &text) {
-    std::vector<std::string> lines = Split(text, "\n");
-    lines.pop_back(); // the text ends in a line end
-    return lines;
 }
 
 // Each word of a text line under the word of `heading` that starts where it

@@ -13,33 +13,16 @@
 
 #include <algorithm>
 
+using testsupport::Lines;
 using testsupport::Outcome;
 using testsupport::RunChart;
 
 namespace {
 
-std::vector<std::string> Lines(const std::string &text) {
-    std::vector<std::string> lines;
-    for (std::size_t start = 0; start < text.size();) {
-        const auto end = text.find('\n', start);
-        lines.push_back(text.substr(start, end - start));
-        start = end == std::string::npos ? text.size() : end + 1;
-    }
-    return lines;
-}
-
 std::vector<std::vector<std::string>> Cells(const std::string &tsv) {
     std::vector<std::vector<std::string>> rows;
-    for (const std::string &line : Lines(tsv)) {
-        rows.emplace_back();
-        std::size_t start = 0;
-        for (auto tab = line.find('\t');; tab = line.find('\t', start)) {
-            rows.back().push_back(line.substr(start, tab - start));
-            if (tab == std::string::npos)
-                break;
-            start = tab + 1;
-        }
-    }
+    for (const std::string &line : Lines(tsv))
+        rows.push_back(varnock::Split(line, "\t"));
     return rows;
 }
 

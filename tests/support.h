@@ -168,6 +168,13 @@ inline Outcome RunChart(const QStringList &args) {
     return {p.exitCode(), p.readAllStandardOutput().toStdString(),
             p.readAllStandardError().toStdString()};
 }
+
+// The lines of what the command printed, which ends in a line end.
+inline std::vector<std::string> Lines(const std::string &text) {
+    std::vector<std::string> lines = varnock::Split(text, "\n");
+    lines.pop_back();
+    return lines;
+}
 #endif
 
 inline QImage Grab(QWidget *widget) {

@@ -23,10 +23,7 @@
 #include <sstream>
 
 using namespace varnock;
-using testsupport::Grab;
-using testsupport::OpenWindow;
-using testsupport::Outcome;
-using testsupport::RunChart;
+using namespace testsupport;
 
 namespace {
 
@@ -206,13 +203,12 @@ TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     const QImage sheet = RenderChartPage(w->Sheet(), cli::ChartTitle(w->Sheet()), 1)
                              .convertToFormat(QImage::Format_RGB32);
     // The chart's first string row stands where the page says.
-    const QPoint shift = ChartPageRow(w->Sheet(), 1).topLeft() -
-                         testsupport::CellRect(*w, w->Listbox1, 1, 0).topLeft();
+    const QPoint shift =
+        ChartPageRow(w->Sheet(), 1).topLeft() - CellRect(*w, w->Listbox1, 1, 0).topLeft();
     const Listbox &list = *w->Listbox1;
     for (Int row = 0; row < list.ListCount(); ++row)
         for (Int column = 0; column < list.ColumnCount(); ++column) {
-            const QRect cell =
-                testsupport::CellRect(*w, w->Listbox1, row, column).translated(shift);
+            const QRect cell = CellRect(*w, w->Listbox1, row, column).translated(shift);
             for (int y = cell.top(); y <= cell.bottom(); ++y)
                 for (int x = cell.right() - 3; x <= cell.right(); ++x)
                     ASSERT_EQ(back.pixel(x, y), sheet.pixel(x, y))
@@ -262,7 +258,7 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
 // objects by number, uncompressed as cairo writes these.
 class PdfReader {
   public:
-    explicit PdfReader(const QString &path) : bytes_(testsupport::ReadBytes(path.toStdString())) {
+    explicit PdfReader(const QString &path) : bytes_(ReadBytes(path.toStdString())) {
         const std::regex object(R"((\d+) 0 obj\n([\s\S]*?)endobj)");
         for (auto it = std::sregex_iterator(bytes_.begin(), bytes_.end(), object);
              it != std::sregex_iterator(); ++it)
@@ -395,8 +391,7 @@ TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
                         "--labels", "both"})
                   .status,
               0);
-    EXPECT_NE(testsupport::ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 792 612 ]"),
-              std::string::npos);
+    EXPECT_NE(ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 792 612 ]"), std::string::npos);
     EXPECT_GE(ReadableCount(book, 2, {"bb7"}), 3);
 }
 
@@ -411,7 +406,7 @@ TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
         {{"--paper", "Letter"}, "/MediaBox [0 0 792.000000 612.000000]"}};
     for (const auto &[paper, mediaBox] : cases) {
         ASSERT_EQ(RunChart(chart + paper).status, 0) << mediaBox;
-        EXPECT_NE(testsupport::ReadBytes(pdf.toStdString()).find(mediaBox), std::string::npos);
+        EXPECT_NE(ReadBytes(pdf.toStdString()).find(mediaBox), std::string::npos);
         const auto words = Words(pdf, 1);
         std::string title;
         for (std::size_t i = 0; i < 6 && i < words.size(); ++i)
@@ -450,15 +445,15 @@ TEST(ChartCommand, HelpListsEveryOptionAndTheVersionIsTheProgramsOwn) {
 }
 
 TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {
-    testsupport::ScratchHome home;
+    ScratchHome home;
     const std::string ini =
         "[Settings]\rFrets=3\rStrings=1\r[Strings]\rOne=0\rTwo=7\rThree=0\rFour=5\r";
-    testsupport::WriteBytes(home.IniFile(), ini);
+    WriteBytes(home.IniFile(), ini);
     const Outcome run = RunChart({"--from-settings", "--root", "D", "--chord", "7", "--tsv"});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out.substr(run.out.find('\n') + 1, 5), "0\t0+\t");
     EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 6);
-    EXPECT_EQ(testsupport::ReadBytes(home.IniFile()), ini);
+    EXPECT_EQ(ReadBytes(home.IniFile()), ini);
     // Options given still win over the saved ones.
     const Outcome three =
         RunChart({"--from-settings", "--strings", "3", "--tuning", "D,A,D", "--tsv"});
@@ -475,7 +470,7 @@ TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
             table.insert(std::string(entry.shortName));
     }
     const std::string bash =
-        testsupport::ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.bash");
+        ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.bash");
     const auto words = [&](const std::string &from, const std::string &to) {
         const auto start = bash.find(from) + from.size();
         std::istringstream in(bash.substr(start, bash.find(to, start) - start));
@@ -495,7 +490,7 @@ TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
     EXPECT_EQ(notes, cli::FindOption("--root")->accepted());
 
     const std::string man =
-        testsupport::ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.1");
+        ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.1");
     std::set<std::string> listed;
     std::istringstream lines(man);
     for (std::string line, previous; std::getline(lines, line); previous = line) {

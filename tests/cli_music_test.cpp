@@ -13,9 +13,7 @@
 #include <cmath>
 
 using namespace varnock;
-using testsupport::MidiFile;
-using testsupport::Outcome;
-using testsupport::RunChart;
+using namespace testsupport;
 
 namespace {
 
@@ -30,7 +28,7 @@ class Files : public ::testing::Test {
     QTemporaryDir dir;
     QString Path(const char *name) const { return dir.filePath(QString::fromLatin1(name)); }
     std::vector<std::uint8_t> Bytes(const char *name) const {
-        const std::string bytes = testsupport::ReadBytes(Path(name).toStdString());
+        const std::string bytes = ReadBytes(Path(name).toStdString());
         return {bytes.begin(), bytes.end()};
     }
 };
@@ -176,10 +174,10 @@ TEST_F(Files, WavOfDMajorInTuneWithin10Cents) {
     // The header is the sound engine's, read back in its own test.
     const std::vector<std::uint8_t> wav = Bytes("d.wav");
     ASSERT_GT(wav.size(), 44u);
-    EXPECT_EQ(testsupport::Le(wav, 40, 4), wav.size() - 44);
+    EXPECT_EQ(Le(wav, 40, 4), wav.size() - 44);
     std::vector<std::int16_t> samples;
     for (std::size_t i = 44; i + 1 < wav.size(); i += 2)
-        samples.push_back(static_cast<std::int16_t>(testsupport::Le(wav, i, 2)));
+        samples.push_back(static_cast<std::int16_t>(Le(wav, i, 2)));
 
     // 960 ticks a second.
     const MidiFile midi(Bytes("d.mid"));
@@ -194,7 +192,7 @@ TEST_F(Files, WavOfDMajorInTuneWithin10Cents) {
     for (std::size_t i = 3; i < notes.size(); ++i) {
         const auto from =
             static_cast<std::size_t>((notes[i].tick / 960.0 + 0.05) * cli::kSampleRate);
-        const double hz = testsupport::MeasuredFrequency(samples, from, 4096);
+        const double hz = MeasuredFrequency(samples, from, 4096);
         const double cents = 1200 * std::log2(hz / cli::Frequency(notes[i].note));
         EXPECT_LT(std::abs(cents), 10.0) << notes[i].note << ": " << hz << " Hz";
         std::printf("note %d: %.2f Hz, %+.2f cents\n", notes[i].note, hz, cents);

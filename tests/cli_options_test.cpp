@@ -15,7 +15,6 @@
 
 #include <QDir>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -26,9 +25,7 @@
 
 using namespace varnock;
 using cli::Spelling;
-using testsupport::Lines;
-using testsupport::OpenWindow;
-using testsupport::RunChart;
+using namespace testsupport;
 
 namespace {
 
@@ -209,7 +206,7 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
         {{"--root", "Eb", "--spelling", "flats", "--chord", "Aug"}, "Eb Aug: Eb G B - "},
     };
     for (const auto &[args, line] : rows) {
-        const testsupport::Outcome run = RunChart(args);
+        const Outcome run = RunChart(args);
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_NE(run.out.find(line), std::string::npos) << run.out;
     }
@@ -261,8 +258,7 @@ TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
             }
         EXPECT_EQ(seen.size(), c.shown.size()) << c.root << " " << c.chord;
     }
-    const testsupport::Outcome run =
-        RunChart({"--root", "G", "--chord", "m7", "--labels", "Degrees"});
+    const Outcome run = RunChart({"--root", "G", "--chord", "m7", "--labels", "Degrees"});
     EXPECT_NE(run.out.find("\nNotes: G Bb D F\nDegrees: R b3 5 b7\n"), std::string::npos)
         << run.out;
     // Scripts read the cells as notes whatever the chart shows.
@@ -277,9 +273,8 @@ TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStrip
     QTemporaryDir dir;
     const auto render = [&](const char *palette) {
         const QString png = dir.filePath(QString::fromLatin1(palette) + ".png");
-        const testsupport::Outcome run =
-            RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord", "7",
-                      "--palette", palette, "--png", png});
+        const Outcome run = RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D",
+                                      "--chord", "7", "--palette", palette, "--png", png});
         EXPECT_EQ(run.status, 0) << run.err;
         return QImage(png).convertToFormat(QImage::Format_RGB32);
     };
@@ -528,7 +523,7 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--modes", "--identify", "D,A", "--wav", out}, "exclude each other"},
     };
     for (const auto &[args, words] : rows) {
-        const testsupport::Outcome run = RunChart(args);
+        const Outcome run = RunChart(args);
         const std::string name = args.join(' ').toStdString();
         const auto at = run.err.find(words);
         EXPECT_EQ(run.status, 2) << name;

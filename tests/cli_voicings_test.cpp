@@ -13,9 +13,7 @@
 
 #include <algorithm>
 
-using testsupport::Lines;
-using testsupport::Outcome;
-using testsupport::RunChart;
+using namespace testsupport;
 
 namespace {
 
@@ -262,7 +260,7 @@ TEST(Diagrams, SvgPdfAndTheFingeringBook) {
         const Outcome run = RunChart(row.args + QStringList{"--voicings"});
         ASSERT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.out, "");
-        const std::string bytes = testsupport::ReadBytes(path(row.file).toStdString());
+        const std::string bytes = ReadBytes(path(row.file).toStdString());
         EXPECT_EQ(bytes.rfind(row.starts, 0), 0u) << row.file;
         EXPECT_NE(bytes.find(row.contains), std::string::npos) << row.file;
     }

@@ -12,10 +12,7 @@
 
 using namespace varnock;
 namespace fs = std::filesystem;
-using testsupport::Messages;
-using testsupport::ReadBytes;
-using testsupport::TempDir;
-using testsupport::WriteBytes;
+using namespace testsupport;
 
 namespace {
 

@@ -20,11 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using testsupport::EnvVar;
-using testsupport::Messages;
-using testsupport::ReadBytes;
-using testsupport::TempDir;
-using testsupport::WriteBytes;
+using namespace testsupport;
 
 class LocationTest : public ::testing::Test {
   protected:

@@ -8,9 +8,7 @@
 #include <sys/stat.h>
 
 using namespace varnock;
-using testsupport::OpenWindow;
-using testsupport::ReadBytes;
-using testsupport::WriteBytes;
+using namespace testsupport;
 
 namespace {
 const std::string kFirstQuit =

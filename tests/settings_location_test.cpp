@@ -57,7 +57,8 @@ class LocationTest : public ::testing::Test {
 const std::string kOdd = "d\xe9ta";
 
 TEST_F(LocationTest, SpecialFoldersAreTheEnvironmentsBytesAsTheyAreNow) {
-    // What each variable holds (nullopt: unset), and the folders that follow.
+    // What each variable holds (nullopt: unset), and the folders that follow;
+    // names that are not UTF-8 are followed through the start-up below.
     struct Case {
         const char *what;
         std::optional<std::string> home, data, config;
@@ -72,12 +73,6 @@ TEST_F(LocationTest, SpecialFoldersAreTheEnvironmentsBytesAsTheyAreNow) {
         {"relative is ignored", home.string(), "data", "./config", home / ".local" / "share",
          home / ".config"},
         {"trailing slashes", home.string(), r + "/data/", r + "//config//", data, config},
-        {"odd byte in the data folder", home.string(), r + "/" + kOdd, config.string(),
-         root.Path() / kOdd, config},
-        {"odd byte in the configuration folder", home.string(), data.string(), r + "/" + kOdd, data,
-         root.Path() / kOdd},
-        {"odd byte in the home folder", r + "/" + kOdd, std::nullopt, std::nullopt,
-         root.Path() / kOdd / ".local" / "share", root.Path() / kOdd / ".config"},
     };
     for (const Case &c : cases) {
         EnvVar h("HOME", c.home), d("XDG_DATA_HOME", c.data), k("XDG_CONFIG_HOME", c.config);

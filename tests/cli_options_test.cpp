@@ -404,10 +404,9 @@ TEST(ChartCommand, ImagesAreTurnedAndSpelledAsTheSheetIsInProcess) {
     const QString out = dir.filePath(QStringLiteral("out"));
     OpenWindow w;
     const ChartSheet sheet = Select(*w, Chart("Diatonic", "D,A,D,D", "Bb", "7"), Spelling::Chord);
-    ASSERT_EQ(RunChart({"--strings", "4", "--root", "Bb", "--chord", "7", "--spelling", "chord",
-                        "--left-handed", "--flip", "--png", out})
-                  .status,
-              0);
+    const Outcome run = RunChart({"--strings", "4", "--root", "Bb", "--chord", "7", "--spelling",
+                                  "chord", "--left-handed", "--flip", "--png", out});
+    ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(QImage(out).convertToFormat(QImage::Format_RGB32),
               RenderChartPage(cli::WithDegrees(sheet), cli::ChartTitle(sheet), 1, {true, true}));
 }

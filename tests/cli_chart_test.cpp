@@ -240,11 +240,11 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
     // Whatever the exports' spelling, the window's image keeps the window's names.
-    const std::vector<std::string> eb = {"--frets", "Chromatic", "--tuning", "D,A,D,G",
-                                         "--root",  "Eb",        "--chord",  "7"};
+    const std::vector<std::string> eb = {
+        "--frets", "Chromatic", "--tuning",   "D,A,D,G", "--root",         "Eb",
+        "--chord", "7",         "--spelling", "flats",   "--window-image", png.toStdString()};
     Select(*w, eb);
-    const Outcome eb7 = RunChart(Args(eb) << "--window-image" << png << "--spelling"
-                                          << "flats");
+    const Outcome eb7 = RunChart(Args(eb));
     ASSERT_EQ(eb7.status, 0) << eb7.err;
     EXPECT_EQ(QImage(png)
                   .convertToFormat(QImage::Format_RGB32)

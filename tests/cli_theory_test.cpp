@@ -29,6 +29,16 @@ int Chord(const std::string &name) {
     return catalogue::FindChordType(name).value();
 }
 
+// "A Dim7, C 6+": each match's root and chord, a + marking one that holds
+// more notes than those asked for.
+std::string Named(const std::vector<Match> &matches) {
+    std::string out;
+    for (const Match &m : matches)
+        out += (out.empty() ? "" : ", ") + std::string(catalogue::kNotes.at(m.root).sharp) + " " +
+               std::string(catalogue::kChordTypes.at(m.chord).name) + (m.exact ? "" : "+");
+    return out;
+}
+
 template <class F> void ExpectBad(F f, const std::string &message) {
     try {
         f();
@@ -39,12 +49,6 @@ template <class F> void ExpectBad(F f, const std::string &message) {
 }
 
 } // namespace
-
-namespace varnock::cli {
-void PrintTo(const Match &m, std::ostream *os) {
-    *os << "{root " << m.root << ", chord " << m.chord << (m.exact ? ", exact}" : ", wider}");
-}
-} // namespace varnock::cli
 
 TEST(SpellByDegree, EveryTypeOnNaturalSharpAndFlatRoots) {
     // chord, then C, F# and Eb, written out from theory.
@@ -127,37 +131,20 @@ TEST(SpellByDegree, Respell) {
 
 TEST(Identify, ExactMatchesThenWiderOnes) {
     // A=0 C=3 D=5 D#=6 E=7 F#=9 G=10 G#=11
-    const std::vector<std::pair<std::vector<int>, std::vector<Match>>> rows = {
+    const std::vector<std::pair<std::vector<int>, std::string>> rows = {
         // Diminished sevenths are the same four notes on four roots.
-        {{9, 0, 3, 6}, {{0, 6, true}, {3, 6, true}, {6, 6, true}, {9, 6, true}}},
+        {{9, 0, 3, 6}, "A Dim7, C Dim7, D# Dim7, F# Dim7"},
         // So are augmented triads on three, and the top of three minor-major sevenths.
-        {{3, 7, 11, 7},
-         {{3, 11, true},
-          {7, 11, true},
-          {11, 11, true},
-          {0, 25, false},
-          {4, 25, false},
-          {8, 25, false}}},
+        {{3, 7, 11, 7}, "C Aug, E Aug, G# Aug, A mmaj7+, C# mmaj7+, F mmaj7+"},
         // C6 and Am7 are one set of notes.
-        {{10, 7, 0, 3}, {{0, 4, true}, {3, 14, true}}},
+        {{10, 7, 0, 3}, "A m7, C 6"},
         // madd9 has no fifth: the minor ninths on A hold it, and so do C maj13 and D 13.
-        {{0, 3, 2},
-         {{0, 10, true},
-          {0, 24, false},
-          {0, 26, false},
-          {0, 27, false},
-          {3, 22, false},
-          {5, 19, false}}},
+        {{0, 3, 2}, "A madd9, A maj6/9+, A mmaj9+, A m9+, C maj13+, D 13+"},
+        // D Maj alone is exact; wider ones follow in root order.
+        {{5, 9, 0, 5}, "D Maj, B m7+, D 7+, D maj7+, D add9+, D 2+, D 6+"},
     };
-    for (const auto &[notes, want] : rows) {
-        const auto got = Identify(notes);
-        EXPECT_EQ(got, want) << ::testing::PrintToString(notes);
-    }
-    // D F# A: D Maj alone is exact; wider ones follow in root order.
-    const auto dmaj = Identify({5, 9, 0, 5});
-    ASSERT_GE(dmaj.size(), 2u);
-    EXPECT_EQ(dmaj[0], (Match{5, 0, true}));
-    EXPECT_EQ(dmaj[1], (Match{2, 4, false})); // B m7
+    for (const auto &[notes, want] : rows)
+        EXPECT_EQ(Named(Identify(notes)), want) << ::testing::PrintToString(notes);
 }
 
 TEST(SpellByDegree, ARootNobodyTypedTakesTheSpellingWithFewerAccidentals) {

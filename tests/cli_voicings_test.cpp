@@ -13,6 +13,7 @@
 
 #include <algorithm>
 
+using namespace varnock;
 using namespace testsupport;
 
 namespace {
@@ -20,7 +21,7 @@ namespace {
 std::vector<std::vector<std::string>> Cells(const std::string &tsv) {
     std::vector<std::vector<std::string>> rows;
     for (const std::string &line : Lines(tsv))
-        rows.push_back(varnock::Split(line, "\t"));
+        rows.push_back(Split(line, "\t"));
     return rows;
 }
 
@@ -144,12 +145,11 @@ std::vector<Dot> Dots(const QImage &image) {
     std::vector<int> sizes;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x) {
-            const auto rgb = static_cast<varnock::Color>(image.pixel(x, y) & 0xFFFFFF);
-            const auto hit = std::find(std::begin(varnock::colors::kNote),
-                                       std::end(varnock::colors::kNote), rgb);
-            if (hit == std::end(varnock::colors::kNote))
+            const auto rgb = static_cast<Color>(image.pixel(x, y) & 0xFFFFFF);
+            const auto hit = std::find(std::begin(colors::kNote), std::end(colors::kNote), rgb);
+            if (hit == std::end(colors::kNote))
                 continue;
-            const int tone = static_cast<int>(hit - std::begin(varnock::colors::kNote));
+            const int tone = static_cast<int>(hit - std::begin(colors::kNote));
             std::size_t i = 0;
             for (; i < dots.size(); ++i)
                 if (dots[i].tone == tone && std::abs(dots[i].x - x) < 14 &&

@@ -24,6 +24,7 @@
 #include <set>
 
 using namespace varnock;
+using cli::Labels;
 using cli::Spelling;
 using namespace testsupport;
 
@@ -214,19 +215,15 @@ TEST(ChartCommand, TheMusiciansSpellingIsTheDefault) {
 TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
     struct Row {
         const char *root, *chord;
-        cli::Labels labels;
+        Labels labels;
         std::map<std::string, std::string> shown; // note name -> the cell's text
         const char *degrees;                      // the notes table's second row
     };
     const Row cases[] = {
-        {"C",
-         "7",
-         cli::Labels::Degrees,
-         {{"C", "R"}, {"E", "3"}, {"G", "5"}, {"Bb", "b7"}},
-         "R 3 5 b7"},
-        {"Bb", "Dim7", cli::Labels::Both, {{"Bb", "Bb R"}, {"Abb", "Abb bb7"}}, "R b3 b5 bb7"},
-        {"D", "add9", cli::Labels::Degrees, {{"E", "9"}, {"F#", "3"}}, "R 3 5 9"},
-        {"A", "m", cli::Labels::Notes, {{"C", "C"}}, "R b3 5"},
+        {"C", "7", Labels::Degrees, {{"C", "R"}, {"E", "3"}, {"G", "5"}, {"Bb", "b7"}}, "R 3 5 b7"},
+        {"Bb", "Dim7", Labels::Both, {{"Bb", "Bb R"}, {"Abb", "Abb bb7"}}, "R b3 b5 bb7"},
+        {"D", "add9", Labels::Degrees, {{"E", "9"}, {"F#", "3"}}, "R 3 5 9"},
+        {"A", "m", Labels::Notes, {{"C", "C"}}, "R b3 5"},
     };
     OpenWindow w;
     for (const Row &c : cases) {

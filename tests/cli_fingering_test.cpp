@@ -158,16 +158,11 @@ TEST(Fingering, NoneNamesTheLimitToRaise) {
         std::vector<Limit> raise;
         std::string reason;
     };
+    const std::string within = "no fingering within the limits; one comes with ";
     const std::vector<Row> rows = {
-        {A,
-         "h12 r2",
-         {Limit::Reach},
-         "no fingering within the limits; one comes with a reach of 3"},
+        {A, "h12 r2", {Limit::Reach}, within + "a reach of 3"},
         // From position 5 of a diatonic D A D, C# comes first at 9 on the A string.
-        {A,
-         "k5 h7",
-         {Limit::Highest},
-         "no fingering within the limits; one comes with a highest position of 11"},
+        {A, "k5 h7", {Limit::Highest}, within + "a highest position of 11"},
         {Bb, "", {}, "no fingering on this board at any limits: no string has the R or the 5"},
     };
     for (const Row &r : rows) {

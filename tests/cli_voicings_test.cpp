@@ -240,24 +240,23 @@ TEST(Diagrams, SvgPdfAndTheFingeringBook) {
     QTemporaryDir dir;
     const auto path = [&](const char *name) { return dir.filePath(QString::fromLatin1(name)); };
     struct Row {
-        QStringList args;
-        const char *file;
+        const char *option, *file;
+        QStringList selection;
         const char *starts;   // the file's first bytes
         const char *contains; // and somewhere in it
     };
     const Row rows[] = {
-        {{"--root", "D", "--capo", "2", "--svg", path("v.svg")},
+        {"--svg",
          "v.svg",
+         {"--root", "D", "--capo", "2"},
          "<?xml",
          "<title>D Maj: D F# A - Diatonic, 3 strings D A D, capo at 2</title>"},
-        {{"--root", "D", "--pdf", path("v.pdf")}, "v.pdf", "%PDF", "/Count 1\n"},
-        {{"--book", path("b.pdf"), "--roots", "D,G", "--chords", "Maj,m"},
-         "b.pdf",
-         "%PDF",
-         "/Count 2\n"},
+        {"--pdf", "v.pdf", {"--root", "D"}, "%PDF", "/Count 1\n"},
+        {"--book", "b.pdf", {"--roots", "D,G", "--chords", "Maj,m"}, "%PDF", "/Count 2\n"},
     };
     for (const Row &row : rows) {
-        const Outcome run = RunChart(row.args + QStringList{"--voicings"});
+        const Outcome run =
+            RunChart(row.selection + QStringList{"--voicings", row.option, path(row.file)});
         ASSERT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.out, "");
         const std::string bytes = ReadBytes(path(row.file).toStdString());

@@ -101,9 +101,7 @@ TEST_P(Tsv, ChartOfTheControllerAndOfTheCommand) {
         expected += QString::fromLatin1(row).replace('|', '\t').toStdString() + "\n";
     EXPECT_EQ(cli::ChartTsv(w->Sheet()), expected);
     // The command itself, from the same arguments.
-    const Outcome run = RunChart(Args(args) << "--tsv"
-                                            << "--spelling"
-                                            << "sharps");
+    const Outcome run = RunChart(Args(args) + QStringList{"--tsv", "--spelling", "sharps"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, expected);
 }

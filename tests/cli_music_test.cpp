@@ -74,8 +74,6 @@ TEST(MusicCommand, NameSystemsReadAndWriteEveryNote) {
 TEST(MusicCommand, ScalesSpelledByDegreeOnTheBoard) {
     const std::vector<std::pair<QStringList, std::string>> rows = {
         {{"--scale", "dorian", "--root", "D"}, "D E F G A B C"},
-        {{"--scale", "Major", "--root", "F#"}, "F# G# A# B C# D# E#"},
-        {{"--scale", "ionian", "--root", "Gb"}, "Gb Ab Bb Cb Db Eb F"},
         {{"--scale", "Minor Pentatonic", "--root", "a"}, "A C D E G"},
         {{"--scale", "lydian", "--root", "Cx"}, "C## D## E## F### G## A## B##"},
         {{"--scale", "harmonic minor", "--root", "B\u266D"}, "Bb C Db Eb F Gb A"},

@@ -35,7 +35,8 @@ class Files : public ::testing::Test {
 
 } // namespace
 
-TEST(MusicCommand, NameSystemsReadAndWriteEveryNote) {
+// The notes line of a chord or a scale, in the name system asked for.
+TEST(MusicCommand, NotesOfChordsAndScalesInEveryNameSystem) {
     const std::vector<std::pair<QStringList, std::string>> rows = {
         {{"--names", "german", "--root", "Fis", "--chord", "m"}, "Fis A Cis"},
         {{"--names", "german", "--root", "B", "--spelling", "chord"}, "B D F"},
@@ -47,14 +48,22 @@ TEST(MusicCommand, NameSystemsReadAndWriteEveryNote) {
         {{"--names", "latin", "--tuning", "Re,La,Re,Sol", "--identify-frets", "0,0,0,0"},
          "Re La Sol"},
         {{"--names", "english", "--root", "Bb", "--spelling", "chord"}, "Bb D F"},
+        {{"--scale", "dorian", "--root", "D"}, "D E F G A B C"},
+        {{"--scale", "Minor Pentatonic", "--root", "a"}, "A C D E G"},
+        {{"--scale", "lydian", "--root", "Cx"}, "C## D## E## F### G## A## B##"},
+        {{"--scale", "harmonic minor", "--root", "B\u266D"}, "Bb C Db Eb F Gb A"},
+        {{"--names", "german", "--scale", "major", "--root", "Fis"}, "Fis Gis Ais H Cis Dis Eis"},
     };
     for (const auto &[args, notes] : rows) {
         const Outcome run = RunChart(args);
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(NotesLine(run.out), notes) << args.join(' ').toStdString();
     }
-    // The answers and the sentences name notes in the system too, and the
-    // chart's cells are the notes table's names.
+}
+
+// The answers and the sentences name notes in the system too, and the
+// chart's cells are the notes table's names.
+TEST(MusicCommand, NameSystemsReachEveryAnswer) {
     EXPECT_EQ(RunChart({"--names", "german", "--identify", "D,Fis,A"}).out.substr(0, 15),
               "D Maj: D Fis A\n");
     const Outcome tsv = RunChart({"--names", "german", "--root", "H", "--chord", "m", "--tsv"});
@@ -71,19 +80,7 @@ TEST(MusicCommand, NameSystemsReadAndWriteEveryNote) {
     EXPECT_NE(RunChart({"--help"}).out.find("C Cis D Es E F Fis G As A B H"), std::string::npos);
 }
 
-TEST(MusicCommand, ScalesSpelledByDegreeOnTheBoard) {
-    const std::vector<std::pair<QStringList, std::string>> rows = {
-        {{"--scale", "dorian", "--root", "D"}, "D E F G A B C"},
-        {{"--scale", "Minor Pentatonic", "--root", "a"}, "A C D E G"},
-        {{"--scale", "lydian", "--root", "Cx"}, "C## D## E## F### G## A## B##"},
-        {{"--scale", "harmonic minor", "--root", "B\u266D"}, "Bb C Db Eb F Gb A"},
-        {{"--names", "german", "--scale", "major", "--root", "Fis"}, "Fis Gis Ais H Cis Dis Eis"},
-    };
-    for (const auto &[args, notes] : rows) {
-        const Outcome run = RunChart(args);
-        EXPECT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(NotesLine(run.out), notes) << args.join(' ').toStdString();
-    }
+TEST(MusicCommand, ScalesOnTheBoardAndInSentences) {
     // D dorian on the diatonic D string: no F on its frets, C at the sixth.
     const Outcome tsv = RunChart({"--scale", "dorian", "--root", "D", "--tsv"});
     const auto row = tsv.out.find("\nD\t");

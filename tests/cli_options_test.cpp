@@ -36,6 +36,12 @@ cli::Options Chart(const char *frets, const char *tuning, const char *root, cons
                                 "--root", root, "--chord", chord});
 }
 
+// The colour a cell's text is painted in, by the sheet's own notes.
+std::optional<Color> TextColour(const ChartSheet &sheet, const std::string &text) {
+    const auto &n = sheet.notes;
+    return ChartTextColor(text, n[0], n[1], n[2], n[3]);
+}
+
 // The sheet of a selection, spelled.
 ChartSheet Select(Window1 &w, const cli::Options &o, Spelling spelling = Spelling::Sharps) {
     cli::Apply(w, cli::Resolve(o));
@@ -146,14 +152,11 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
         EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), c.notes) << c.root << " " << c.chord;
         // Each cell names the same pitch and is painted in the same colour,
         // which holds only if Note1..Note4 were renamed with the cells.
-        const auto &m = sheet.notes;
-        const auto &before = plain.notes;
         ASSERT_EQ(spelled.size(), sharp.size());
         for (std::size_t r = 2; r < sharp.size(); ++r)
             for (std::size_t p = 0; p < sharp[r].size(); ++p) {
                 EXPECT_EQ(catalogue::ParseNote(spelled[r][p]), catalogue::ParseNote(sharp[r][p]));
-                EXPECT_EQ(ChartTextColor(spelled[r][p], m[0], m[1], m[2], m[3]),
-                          ChartTextColor(sharp[r][p], before[0], before[1], before[2], before[3]))
+                EXPECT_EQ(TextColour(sheet, spelled[r][p]), TextColour(plain, sharp[r][p]))
                     << c.root << " " << c.chord << " " << spelled[r][p];
             }
         EXPECT_EQ(spelled[1], sharp[1]); // fret names are no notes
@@ -178,8 +181,7 @@ TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
                     if (name.empty())
                         continue;
                     names.insert(name);
-                    const auto &n = chart.sheet.notes;
-                    EXPECT_TRUE(ChartTextColor(name, n[0], n[1], n[2], n[3])) << name;
+                    EXPECT_TRUE(TextColour(chart.sheet, name)) << name;
                 }
     QTemporaryDir dir;
     EXPECT_EQ(cli::WriteBook(dir.filePath(QStringLiteral("book.pdf")), book), 3);
@@ -245,9 +247,7 @@ TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
                     EXPECT_EQ(text, want->second) << name;
                     seen.insert(name);
                 }
-                const auto &m = sheet.notes, &n = plain.notes;
-                EXPECT_EQ(ChartTextColor(text, m[0], m[1], m[2], m[3]),
-                          ChartTextColor(name, n[0], n[1], n[2], n[3]))
+                EXPECT_EQ(TextColour(sheet, text), TextColour(plain, name))
                     << c.root << " " << c.chord << " " << text;
             }
         EXPECT_EQ(seen.size(), c.shown.size()) << c.root << " " << c.chord;

@@ -96,18 +96,10 @@ TEST(SpellByDegree, EveryTypeOnNaturalSharpAndFlatRoots) {
 
 TEST(SpellByDegree, RootKeptAsTyped) {
     const std::vector<std::tuple<std::string, std::string, std::string>> rows = {
-        {"Bb", "Maj", "Bb D F"},
-        {"A#", "Maj", "A# C## E#"},
-        {"C#", "Aug", "C# E# G##"},
-        {"A", "Dim7", "A C Eb Gb"},
-        {"A", "Maj", "A C# E"},
-        {"D", "7", "D F# A C"},
-        {"F", "m", "F Ab C"},
-        {"A", "5", "A E"},
-        {"Dbb", "Maj", "Dbb Fb Abb"},
-        {"Cx", "Maj", "Cx E## G##"},
-        {"B\u266D", "Maj", "B\u266D D F"},
-        {"g", "Dim7", "g Bb Db Fb"},
+        {"Bb", "Maj", "Bb D F"},           {"A#", "Maj", "A# C## E#"},
+        {"C#", "Aug", "C# E# G##"},        {"A", "Dim7", "A C Eb Gb"},
+        {"Dbb", "Maj", "Dbb Fb Abb"},      {"Cx", "Maj", "Cx E## G##"},
+        {"B\u266D", "Maj", "B\u266D D F"}, {"g", "Dim7", "g Bb Db Fb"},
     };
     for (const auto &[root, chord, want] : rows)
         EXPECT_EQ(SpellChord(root, Chord(chord)), Words(want)) << root << " " << chord;

@@ -5,24 +5,15 @@
 #include "cli/errors.h"
 #include "cli/identify.h"
 #include "model/catalogue.h"
+#include "platform/basic.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 using namespace varnock;
 using namespace varnock::cli;
 using catalogue::kChordTypeCount;
 
 namespace {
-
-std::vector<std::string> Words(const std::string &text) {
-    std::istringstream in(text);
-    std::vector<std::string> words;
-    for (std::string w; in >> w;)
-        words.push_back(w);
-    return words;
-}
 
 // A chord type's index by its name.
 int Chord(const std::string &name) {
@@ -88,9 +79,9 @@ TEST(SpellByDegree, EveryTypeOnNaturalSharpAndFlatRoots) {
     };
     ASSERT_EQ(rows.size(), static_cast<std::size_t>(kChordTypeCount));
     for (const auto &row : rows) {
-        EXPECT_EQ(SpellChord("C", Chord(row[0])), Words(row[1])) << row[0];
-        EXPECT_EQ(SpellChord("F#", Chord(row[0])), Words(row[2])) << row[0];
-        EXPECT_EQ(SpellChord("Eb", Chord(row[0])), Words(row[3])) << row[0];
+        EXPECT_EQ(SpellChord("C", Chord(row[0])), Split(row[1], " ")) << row[0];
+        EXPECT_EQ(SpellChord("F#", Chord(row[0])), Split(row[2], " ")) << row[0];
+        EXPECT_EQ(SpellChord("Eb", Chord(row[0])), Split(row[3], " ")) << row[0];
     }
 }
 
@@ -102,7 +93,7 @@ TEST(SpellByDegree, RootKeptAsTyped) {
         {"B\u266D", "Maj", "B\u266D D F"}, {"g", "Dim7", "g Bb Db Fb"},
     };
     for (const auto &[root, chord, want] : rows)
-        EXPECT_EQ(SpellChord(root, Chord(chord)), Words(want)) << root << " " << chord;
+        EXPECT_EQ(SpellChord(root, Chord(chord)), Split(want, " ")) << root << " " << chord;
     ExpectBad([] { SpellChord("H", 0); }, "root \"H\" is not a note name: a letter A-G then sharps "
                                           "(#, \u266F, x for two) or flats (b, \u266D)");
     ExpectBad([] { SpellChord("C", 32); }, "chord index 32 is outside 0..31");

@@ -3,11 +3,11 @@
 // Shared by the window tests: a scratch HOME with its own XDG folders, message
 // capture, and a real main window opened on the offscreen platform.
 
-#include "window/window1.h"
-#include "window/listboxview.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
 #include "shell/app.h"
+#include "window/listboxview.h"
+#include "window/window1.h"
 
 #include <QImage>
 #include <QProcess>
@@ -69,8 +69,6 @@ class EnvVar {
         Apply(value);
     }
     ~EnvVar() { Apply(previous_); }
-    EnvVar(const EnvVar &) = delete;
-    EnvVar &operator=(const EnvVar &) = delete;
 
   private:
     void Apply(const std::optional<std::string> &value) const {

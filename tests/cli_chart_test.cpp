@@ -38,9 +38,6 @@ QStringList Args(const std::vector<std::string> &args) {
     return list;
 }
 
-const std::vector<std::string> kD7 = {"--frets", "Chromatic", "--tuning", "D,A,D,G",
-                                      "--root",  "D",         "--chord",  "7"};
-
 } // namespace
 
 // The chart as TSV for a handful of selections, cells written with "|"
@@ -180,7 +177,7 @@ TEST(ChartExport, NamesResolveAsTheMenusHaveThemOrAreRefusedWithTheAcceptedOnes)
 
 TEST(ChartExport, SvgDrawsBackTheSameSheet) {
     OpenWindow w;
-    Select(*w, kD7);
+    Select(*w, {"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord", "7"});
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("chart.svg"));
     cli::WriteSvg(path, w->Sheet());

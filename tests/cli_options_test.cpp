@@ -68,11 +68,8 @@ TEST(ChartOrientation, EveryTileIsTheUnturnedTileAtItsMirroredOrFlippedPlace) {
     const Listbox &list = *w->Listbox1;
     const QSize size(ControlByName("Listbox1").width, ControlByName("Listbox1").height);
     const QImage plain = RenderSheet(w->Sheet(), 1);
-    struct Row {
-        bool left, flip;
-    };
-    for (const Row turn : {Row{true, false}, Row{false, true}, Row{true, true}}) {
-        const QImage turned = RenderSheet(w->Sheet(), 1, {turn.left, turn.flip});
+    for (const auto &[left, flip] : {std::pair{true, false}, {false, true}, {true, true}}) {
+        const QImage turned = RenderSheet(w->Sheet(), 1, {left, flip});
         EXPECT_NE(turned, plain);
         // Row -1 stands for the heading line, which turns with the columns.
         for (Int row = -1; row < list.ListCount(); ++row)
@@ -81,13 +78,13 @@ TEST(ChartOrientation, EveryTileIsTheUnturnedTileAtItsMirroredOrFlippedPlace) {
                 if (row < 0)
                     from.setRect(from.left(), 1, from.width(), kListboxHeadingHeight);
                 QRect to = from;
-                if (turn.left)
+                if (left)
                     to.moveLeft(size.width() - 1 - from.right());
                 // The strings reverse under the label row: each keeps its colour band.
-                if (turn.flip && row >= 1)
+                if (flip && row >= 1)
                     to.moveTop(ListboxCellRect(list, size, list.ListCount() - row, 0).top());
                 EXPECT_EQ(turned.copy(to), plain.copy(from))
-                    << turn.left << turn.flip << " row " << row << " column " << column;
+                    << left << flip << " row " << row << " column " << column;
             }
         // The notes table is a legend and stays as it is.
         const QRect rest(0, size.height(), plain.width(), plain.height() - size.height());

@@ -10,10 +10,8 @@
 using namespace varnock;
 using namespace testsupport;
 
-namespace {
 const std::string kFirstQuit =
     "[Settings]\rFrets=0\rStrings=0\r[Strings]\rOne=0\rTwo=7\rThree=0\rFour=0\r";
-}
 
 TEST(Selections, FirstQuitWritesTheEightLinesAndAnUnchangedRunKeepsThemByteForByte) {
     OpenWindow w;

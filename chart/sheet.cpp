@@ -138,33 +138,46 @@ QFont PageChartFont(const ChartSheet &sheet) {
     return font;
 }
 
-// The lists and the label at the origin, the notes table grown by `notesExtra`.
-void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
-                int notesExtra, const QFont &chartFont = ListFont(),
-                Palette palette = Palette::Window) {
-    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
-    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
+// The window's two lists filled from the sheet, with the paint events that
+// colour them: tiles by the fill rules, each note in its colour (a scale's
+// notes by their place in the scale).
+struct SheetLists {
+    std::unique_ptr<Listbox> chart, notes;
+};
+
+SheetLists MakeSheetLists(const ChartSheet &sheet, Palette palette) {
+    SheetLists lists{MakeList("Listbox1", sheet.headings, sheet.rows),
+                     MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows)};
+    lists.chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row,
+                                                 Int column) {
         PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
     const std::vector<std::string> scale = sheet.ChordNotes();
-    chart->CellTextPaint = [&sheet, &scale, palette](const Listbox &l, Graphics &g, Int row,
-                                                     Int column, Int x, Int y) {
+    lists.chart->CellTextPaint = [&sheet, scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                          Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
             return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
     };
-    const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
-    notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
+    lists.notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    notes->CellTextPaint = [&sheet, &scale, palette](const Listbox &l, Graphics &g, Int row,
-                                                     Int column, Int x, Int y) {
+    lists.notes->CellTextPaint = [&sheet, scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                          Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
             return PaintScaleText(g, l.Cell(row, column), scale, x, y);
         return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
     };
+    return lists;
+}
+
+// The lists and the label at the origin, the notes table grown by `notesExtra`.
+void PaintLists(QPainter &painter, const ChartSheet &sheet, ChartOrientation orientation,
+                int notesExtra, const QFont &chartFont = ListFont(),
+                Palette palette = Palette::Window) {
+    const auto [chart, notes] = MakeSheetLists(sheet, palette);
     const QPoint origin = SheetRect().topLeft();
     painter.save();
     painter.translate(Place("Label4").topLeft() - origin);
@@ -411,24 +424,7 @@ void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &
     SetColor(cairo, 0);
     Text(cairo, label.items[0], QRect(label.left, label.top, label.width, label.height));
 
-    const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
-    chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column) {
-        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
-        return false;
-    };
-    chart->CellTextPaint = [&sheet, palette](const Listbox &l, Graphics &g, Int row, Int column,
-                                             Int x, Int y) {
-        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
-    };
-    const auto notes = MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows);
-    notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
-        PaintTile(g, NotesFillRule(row, l.ListCount()));
-        return false;
-    };
-    notes->CellTextPaint = [palette](const Listbox &l, Graphics &g, Int row, Int column, Int x,
-                                     Int y) {
-        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
-    };
+    const auto [chart, notes] = MakeSheetLists(sheet, palette);
     ListboxLook chartLook = ChartLook(orientation);
     chartLook.font = PageChartFont(sheet);
     const QRect chartPlace = Place("Listbox1"), notesPlace = Place("Listbox2");

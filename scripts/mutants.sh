@@ -16,7 +16,7 @@ faults=(
   'model/chordmodel.cpp@@M.nOpenMiddleString = Add(MiddleSelectMenu, 36) % 12;@@M.nOpenMiddleString = Add(MiddleSelectMenu, 35) % 12;'
   'model/chordmodel.cpp@@            TableOne(2, p) = note + ",";@@            TableOne(3, p) = note + ",";'
   # The catalogue (a fault that breaks its compile-time checks does not build).
-  'model/catalogue.h@@    {"x", 2},           // double sharp as typed@@    {"x", 1},'
+  'model/catalogue.h@@    {"x", 2},          // double sharp as typed@@    {"x", 1},'
   'model/catalogue.h@@    if (up != 0 && down != 0)@@    if (up != 0 && down != 0 && false)'
   'model/catalogue.h@@            if (!digits || out.count == kMaxChordNotes)@@            if (out.count == kMaxChordNotes)'
   'model/catalogue.cpp@@        if (kChordTypes[i].name == name)@@        if (kChordTypes[i].name.starts_with(name))'
@@ -49,7 +49,8 @@ faults=(
   'chart/controller.cpp@@            Listbox2->SetCell(Listbox2->LastIndex(), i, fields[static_cast<std::size_t>(i)]);@@            Listbox2->SetCell(Listbox2->LastIndex(), i + 1, fields[static_cast<std::size_t>(i)]);'
   'chart/controller.cpp@@    sheet->notes = {Model.Note1, Model.Note2, Model.Note3, Model.Note4};@@    sheet->notes = {Model.Note1, Model.Note3, Model.Note2, Model.Note4};'
   'chart/controller.cpp@@    sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;@@    sheet->chordType = Model.ModeSelectMajor + 1;'
-  'chart/sheet.cpp@@        PaintTile(g, ChartFillRule(row, column, l.ListCount()));@@        PaintTile(g, ChartFillRule(row, column + 1, l.ListCount()));'
+  'chart/sheet.cpp@@        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));@@        PaintTile(g, InPalette(ChartFillRule(row, column + 1, l.ListCount()), palette));'
+  'chart/sheet.cpp@@        look.reverseRowsFrom = 1;@@        look.reverseRowsFrom = 2;'
   'platform/popupmenu.cpp@@    if (Change)@@    if (Change && false)'
   'platform/listboxpaint.cpp@@    gradient.setColorAt(0.92, bottom);@@    gradient.setColorAt(0.9, bottom);'
   # The cell painting.
@@ -67,7 +68,7 @@ faults=(
   'cli/names.cpp@@    for (const auto &[alias, name] : kChordAliases)@@    for (const auto &[name, alias] : kChordAliases)'
   'cli/spelling.cpp@@        note = respell(note);@@        note = note;'
   'cli/describe.cpp@@facts.lastStringFirst ? strings - 1 - k : k;@@k;'
-  'cli/degrees.cpp@@        names.push_back(cat::Format({letter, root->accidental + delta}));@@        names.push_back(cat::Format({letter, delta}));'
+  'cli/degrees.cpp@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i])));@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i] + 1)));'
   'cli/identify.cpp@@            else if ((mask & wanted) == wanted)@@            else if ((mask & wanted) != 0)'
   'cli/chartdoc.cpp@@        std::reverse(rows.begin() + 2, rows.end());@@        std::reverse(rows.begin() + 1, rows.end());'
 )

@@ -26,6 +26,9 @@ struct ChartSheet {
     // A scale's notes past the fourth, in order: keys of further colours. The
     // program's chords never have any.
     std::vector<std::string> extraNotes;
+    // Each note's degree above the root ("R", "b3"), in the order of
+    // ChordNotes(), where an export has named them.
+    std::vector<std::string> degrees;
     std::vector<int> openNotes;           // the open note index of each string, Bass first
     std::vector<std::string> stringNames; // each string's open note by name, Bass first
     int root = 0;                         // the root's note index
@@ -33,9 +36,12 @@ struct ChartSheet {
     std::string rootItem, chordItem;      // the root and chord popups' texts
 
     Int StringCount() const { return static_cast<Int>(openNotes.size()); }
-    // The notes in order: the notes table's first row, blanks left out, then a
-    // scale's further notes.
+    // The notes in order, as the notes table names them: a chord's in its
+    // first row (a second holds degrees), a scale's four to a row. Blanks
+    // left out.
     std::vector<std::string> ChordNotes() const;
+    // The keys of the text colours in order: notes, then extraNotes.
+    std::vector<std::string> ColourKeys() const;
 };
 
 } // namespace varnock

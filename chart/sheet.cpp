@@ -153,21 +153,24 @@ SheetLists MakeSheetLists(const ChartSheet &sheet, Palette palette) {
         PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
-    const std::vector<std::string> scale = sheet.ChordNotes();
-    lists.chart->CellTextPaint = [&sheet, scale, palette](const Listbox &l, Graphics &g, Int row,
-                                                          Int column, Int x, Int y) {
+    // A scale's cells are coloured by the note's place in it, looked up by
+    // the chart's keys (labels, where there are any) and by the notes
+    // table's names.
+    const std::vector<std::string> keys = sheet.ColourKeys(), names = sheet.ChordNotes();
+    lists.chart->CellTextPaint = [&sheet, keys, palette](const Listbox &l, Graphics &g, Int row,
+                                                         Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
-            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
+            return PaintScaleText(g, l.Cell(row, column), keys, x, y);
         return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
     };
     lists.notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    lists.notes->CellTextPaint = [&sheet, scale, palette](const Listbox &l, Graphics &g, Int row,
+    lists.notes->CellTextPaint = [&sheet, names, palette](const Listbox &l, Graphics &g, Int row,
                                                           Int column, Int x, Int y) {
         if (!sheet.extraNotes.empty())
-            return PaintScaleText(g, l.Cell(row, column), scale, x, y);
+            return PaintScaleText(g, l.Cell(row, column), names, x, y);
         return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
     };
     return lists;

@@ -48,13 +48,8 @@ std::string ChartText(const ChartSheet &sheet, ChartOrientation orientation) {
         out += line + "\n";
     }
     out += "Notes: " + Join(sheet.ChordNotes(), " ") + "\n";
-    if (sheet.notesRows.size() > 1) {
-        std::vector<std::string> degrees;
-        for (const std::string &degree : sheet.notesRows[1])
-            if (!degree.empty())
-                degrees.push_back(degree);
-        out += "Degrees: " + Join(degrees, " ") + "\n";
-    }
+    if (!sheet.degrees.empty())
+        out += "Degrees: " + Join(sheet.degrees, " ") + "\n";
     return out;
 }
 

@@ -113,7 +113,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
     // What a reader of paper gets: the degrees under the notes, the labels asked for.
-    const ChartSheet page = scale ? sheet : cli::Label(cli::WithDegrees(sheet), labels);
+    const ChartSheet page = cli::Label(scale ? sheet : cli::WithDegrees(sheet), labels);
 
     std::vector<int> octaves = cli::DefaultOctaves(sheet.openNotes);
     if (options.octaves)

@@ -50,6 +50,8 @@ ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::st
     constexpr std::size_t kColumns = 4;
     out.notes = {};
     out.extraNotes.clear();
+    out.degrees.assign(scale.degrees.begin(),
+                       scale.degrees.begin() + static_cast<std::ptrdiff_t>(names.size()));
     out.notesHeadings.assign(kColumns, "");
     out.notesRows.assign((names.size() + kColumns - 1) / kColumns,
                          std::vector<std::string>(kColumns));

@@ -5,6 +5,7 @@
 #include "cli/names.h"
 #include "model/catalogue.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 
@@ -136,26 +137,35 @@ ChartSheet WithDegrees(const ChartSheet &sheet) {
     }
     out.notesRows.resize(1);
     out.notesRows.push_back(std::move(row));
+    out.degrees.clear();
+    for (const std::string &degree : degrees)
+        if (!degree.empty())
+            out.degrees.push_back(degree);
     return out;
 }
 
 ChartSheet Label(const ChartSheet &sheet, Labels labels) {
-    if (labels == Labels::Notes || sheet.chordType < 0)
+    // The chart's cells, chord or scale, as the colours' keys name them.
+    const std::vector<std::string> names = sheet.ColourKeys();
+    if (labels == Labels::Notes || sheet.degrees.size() != names.size())
         return sheet;
-    const std::array<std::string, 4> degrees = Degrees(sheet);
-    std::array<std::string, 4> keys;
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        if (!sheet.notes[i].empty())
-            keys[i] = labels == Labels::Degrees ? degrees[i] : sheet.notes[i] + " " + degrees[i];
+    std::vector<std::string> keys;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        keys.push_back(labels == Labels::Degrees ? sheet.degrees[i]
+                                                 : names[i] + " " + sheet.degrees[i]);
     ChartSheet out = sheet;
     for (std::size_t r = 1; r < out.rows.size(); ++r)
-        for (std::string &cell : out.rows[r])
-            for (std::size_t i = 0; i < keys.size(); ++i)
-                if (!cell.empty() && cell == sheet.notes[i]) {
-                    cell = keys[i];
-                    break;
-                }
-    out.notes = keys;
+        for (std::string &cell : out.rows[r]) {
+            const auto found = std::find(names.begin(), names.end(), cell);
+            if (!cell.empty() && found != names.end())
+                cell = keys[static_cast<std::size_t>(found - names.begin())];
+        }
+    std::size_t next = 0;
+    for (std::string &note : out.notes)
+        if (!note.empty())
+            note = keys[next++];
+    for (std::string &note : out.extraNotes)
+        note = keys[next++];
     return out;
 }
 

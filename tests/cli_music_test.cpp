@@ -90,15 +90,23 @@ TEST(MusicCommand, ScalesOnTheBoardAndInSentences) {
     EXPECT_NE(said.find("Scale: D lydian, notes D, E, F#, G#, A, B and C# (root D)."),
               std::string::npos)
         << said;
+    // The degrees are the scale's, and the cells take them as labels.
+    const std::string labelled =
+        RunChart({"--scale", "minor pentatonic", "--root", "A", "--labels", "both"}).out;
+    EXPECT_NE(labelled.find("\nD D 4 E 5   G b7 A R   C b3"), std::string::npos) << labelled;
+    EXPECT_NE(labelled.find("\nNotes: A C D E G\nDegrees: R b3 4 5 b7\n"), std::string::npos)
+        << labelled;
 }
 
 TEST_F(Files, EachScaleNoteInItsOwnColourTurnedOrNot) {
     // D major on the chromatic board has all seven notes; each of the seven
-    // colours shows in the chart, in the plain and the turned picture.
+    // colours shows in the chart, in the plain and the turned picture, and
+    // with degrees for names.
     ASSERT_EQ(RunChart({"--root", "D", "--png", Path("chord.png")}).status, 0);
     const QStringList scale = {"--frets", "Chromatic", "--scale", "major",
                                "--root",  "D",         "--png",   Path("scale.png")};
-    for (const QStringList &turn : {QStringList(), QStringList{"--left-handed", "--flip"}}) {
+    for (const QStringList &turn : {QStringList(), QStringList{"--left-handed", "--flip"},
+                                    QStringList{"--labels", "degrees"}}) {
         ASSERT_EQ(RunChart(scale + turn).status, 0);
         const QImage image(Path("scale.png"));
         std::set<unsigned> seen;

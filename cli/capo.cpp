@@ -56,7 +56,7 @@ ChartSheet WithCapo(const ChartSheet &sheet, int capo) {
         return out;
     // The heading, not the label: the fret keeps its name.
     if (static_cast<std::size_t>(capo) < out.headings.size())
-        out.headings[static_cast<std::size_t>(capo)] = "capo";
+        out.headings[static_cast<std::size_t>(capo)] = kCapoHeading;
     for (std::size_t s = 1; s < out.rows.size(); ++s) {
         std::vector<std::string> &row = out.rows[s];
         if (static_cast<std::size_t>(capo) >= row.size())

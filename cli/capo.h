@@ -26,6 +26,9 @@ std::string AcceptedFrets(const std::vector<std::string> &fretNames);
 int ParsePosition(const std::string &text, const std::vector<std::string> &fretNames,
                   const std::string &option);
 
+// The heading of the capo's column.
+inline constexpr const char *kCapoHeading = "capo";
+
 // The sheet with a capo at `capo`: the open-string column shows what sounds
 // at the capo, the positions below it are empty, and its heading reads "capo".
 // The same sheet for 0.

@@ -1,5 +1,6 @@
 #include "cli/chartdoc.h"
 
+#include "cli/capo.h"
 #include "cli/describe.h"
 #include "cli/names.h"
 #include "model/catalogue.h"
@@ -78,6 +79,13 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
     for (std::size_t p = 0; p < labels.size(); ++p)
         facts.fretNames.push_back(labels[p].empty() ? sheet.headings.at(p) : labels[p]);
     facts.cells.assign(sheet.rows.begin() + 1, sheet.rows.end());
+    // Under a capo, position 0 stands for the capo's own column: its notes
+    // are named once, there.
+    for (std::size_t p = 1; p < sheet.headings.size(); ++p)
+        if (sheet.headings[p] == kCapoHeading)
+            for (auto &row : facts.cells)
+                if (p < row.size())
+                    row[p].clear();
     facts.lastStringFirst = lastStringFirst;
     if (sheet.chordType < 0 && !sheet.extraNotes.empty())
         facts.kind = "Scale";

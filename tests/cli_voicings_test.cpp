@@ -124,11 +124,12 @@ TEST(Capo, FretListsByNameAndFromTheCapo) {
     }
     EXPECT_EQ(Lines(RunChart({"--frets", "1", "--identify-frets", "6+,0,x"}).out)[0],
               "Notes: C# A");
+    // The capo's own fret is position 0, named once.
     const auto described = Lines(RunChart({"--root", "D", "--capo", "2", "--describe"}).out);
     EXPECT_EQ(described[1], "Capo at position 2 (fret 2): the open strings sound there, and "
                             "position 0 below is the capo.");
     EXPECT_EQ(described[3].rfind("String 1, tuned D: D at positions 7, 14, 21 (frets 7, 14, 21); "
-                                 "F# at positions 0, 2, 9, 16 (frets 0, 2, 9, 16)",
+                                 "F# at positions 0, 9, 16 (frets 0, 9, 16)",
                                  0),
               0u);
 }

@@ -6,6 +6,7 @@
 
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QPaintEngine>
 #include <QPainter>
 
 #include <cairo.h>
@@ -112,7 +113,9 @@ int NotesExtra(const ChartSheet &sheet) {
 
 // The chart's font on paper: the list's, or where some cell's text would not
 // fit its cell (a note with its degree), the largest narrower face that fits.
-QFont PageChartFont(const ChartSheet &sheet) {
+// SVG keeps a font's family, size and weight but not its width, so there the
+// narrower face goes by its own family name, and by smaller sizes after it.
+QFont PageChartFont(const ChartSheet &sheet, bool widthByName = false) {
     const auto chart = MakeList("Listbox1", sheet.headings, sheet.rows);
     const auto fits = [&](const QFont &font) {
         const QFontMetrics metrics(font);
@@ -126,6 +129,15 @@ QFont PageChartFont(const ChartSheet &sheet) {
         return true;
     };
     QFont font = ListFont();
+    if (widthByName) {
+        for (const int pixels : {12, 11, 10, 9, 8}) {
+            font.setPixelSize(pixels);
+            if (fits(font))
+                break;
+            font.setFamily(QStringLiteral("DejaVu Sans Condensed"));
+        }
+        return font;
+    }
     for (const auto &[stretch, pixels] : {std::pair{100, 12},
                                           {QFont::Condensed, 11},
                                           {QFont::ExtraCondensed, 11},
@@ -252,7 +264,8 @@ void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::strin
         painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
     }
     painter.translate(SheetOrigin(orientation));
-    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet), palette);
+    const bool svg = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::SVG;
+    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet, svg), palette);
     painter.restore();
 }
 

@@ -10,6 +10,7 @@
 #include "support.h"
 #include "version.h"
 
+#include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
 #include <QProcess>
@@ -240,6 +241,36 @@ TEST(ChartExport, VectorPagesDrawTheSameTiles) {
                 same += sheet.pixel(x, y) == back.pixel(x, y);
         EXPECT_GT(static_cast<double>(same) / (sheet.width() * sheet.height()), page.alike)
             << page.name;
+    }
+}
+
+// SVG keeps a font's family, size and weight but not its width: where the
+// chart's cells hold a note with its degree, every cell's text, measured in
+// the font the file names, fits the narrowest cell.
+TEST(ChartExport, SvgCellTextFitsInTheFontItNames) {
+    const QStringList chords[] = {{"--root", "Eb", "--chord", "m7"},
+                                  {"--names", "latin", "--root", "Mib", "--chord", "m7"}};
+    const std::regex cellText(R"re(<text[^>]*font-family="([^"]+)" font-size="(\d+)")re"
+                              R"re( font-weight="700"[^>]*\s*>([^<]+)</text>)re");
+    for (const QStringList &chord : chords) {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("chart.svg"));
+        ASSERT_EQ(RunChart(chord + QStringList{"--labels", "both", "--svg", path}).status, 0);
+        const std::string svg = ReadBytes(path.toStdString());
+        int cells = 0;
+        for (auto m = std::sregex_iterator(svg.begin(), svg.end(), cellText);
+             m != std::sregex_iterator(); ++m) {
+            // The chart's own narrowed size, below the headings' and the title's.
+            if (std::stoi((*m)[2]) >= 12)
+                continue;
+            QFont font(QString::fromStdString((*m)[1]));
+            font.setBold(true);
+            font.setPixelSize(std::stoi((*m)[2]));
+            const int width = QFontMetrics(font).horizontalAdvance(QString::fromStdString((*m)[3]));
+            EXPECT_LE(width, 32) << (*m)[3] << " in " << (*m)[1] << " " << (*m)[2];
+            cells += (*m)[3].str().find(' ') != std::string::npos;
+        }
+        EXPECT_GT(cells, 10) << chord.join(' ').toStdString();
     }
 }
 

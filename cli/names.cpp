@@ -125,11 +125,11 @@ std::vector<std::string> SplitList(const std::string &text) {
     }
 }
 
-int ResolveRoot(const std::string &text) {
-    if (const auto note = FindNote(text))
-        return *note;
-    // "Dm" is a chord, not a root: the longest note name in front, then a
-    // chord type (or a near miss of one).
+namespace {
+
+// "Dm" as a root and a chord type: the longest note name in front, then a
+// chord type (or a near miss of one); the hint that says so.
+std::optional<std::string> SplitChordName(const std::string &text) {
     for (std::size_t cut = text.size() - std::min<std::size_t>(text.size(), 1); cut > 0; --cut) {
         const std::string note = text.substr(0, cut), rest = text.substr(cut);
         if (!FindNote(note))
@@ -138,9 +138,19 @@ int ResolveRoot(const std::string &text) {
         if (!chord)
             chord = NearChord(rest);
         if (chord)
-            throw BadInput("root \"" + text + "\" names a chord; use --root " + note + " --chord " +
-                           std::string(cat::kChordTypes[static_cast<std::size_t>(*chord)].name));
+            return "use --root " + note + " --chord " +
+                   std::string(cat::kChordTypes[static_cast<std::size_t>(*chord)].name);
     }
+    return std::nullopt;
+}
+
+} // namespace
+
+int ResolveRoot(const std::string &text) {
+    if (const auto note = FindNote(text))
+        return *note;
+    if (const auto split = SplitChordName(text))
+        throw BadInput("root \"" + text + "\" names a chord; " + *split);
     throw BadInput("unknown root \"" + text + "\"; accepted: " + NoteRule());
 }
 
@@ -151,6 +161,8 @@ int ResolveChord(const std::string &text) {
     if (const auto near = NearChord(text))
         hint =
             "did you mean " + Quoted(cat::kChordTypes[static_cast<std::size_t>(*near)].name) + "? ";
+    else if (const auto split = SplitChordName(text))
+        throw BadInput("chord \"" + text + "\" names a root too; " + *split);
     throw BadInput("unknown chord \"" + text + "\"; " + hint + "accepted: " + AcceptedChords());
 }
 

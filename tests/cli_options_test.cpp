@@ -422,6 +422,8 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--root", "Dm", "--png", out}, "root \"Dm\" names a chord; use --root D --chord m\n"},
         {{"--root", "Bbmaj7", "--png", out},
          "root \"Bbmaj7\" names a chord; use --root Bb --chord maj7\n"},
+        {{"--chord", "F#m7", "--svg", out},
+         "chord \"F#m7\" names a root too; use --root F# --chord m7\n"},
         {{"--root", "H", "--png", out}, "unknown root \"H\"; " + notes},
         {{"--tuning", "D,A,Hb", "--png", out}, "unknown tuning note \"Hb\"; " + notes},
         {{"--book", "--help"}, "option --book needs a file name, not \"--help\"\n"},

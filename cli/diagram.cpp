@@ -6,6 +6,7 @@
 #include "cli/names.h"
 #include "cli/writers.h"
 
+#include <QFontMetrics>
 #include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
@@ -197,13 +198,25 @@ Diagrams MakeDiagrams(const std::string &title, const Voicings &found,
     return d;
 }
 
+namespace {
+
+QFont TitleFont() {
+    QFont title = ListFont();
+    title.setPixelSize(16);
+    return title;
+}
+
+} // namespace
+
 QSize DiagramsSize(const Diagrams &d) {
     const QSize cell = CellSize(d);
     const int count = static_cast<int>(d.fingerings.size());
     const int columns = std::clamp(count, 1, kDiagramsPerRow);
     const int rows = std::max(1, (count + kDiagramsPerRow - 1) / kDiagramsPerRow);
-    const int width =
-        std::max(2 * kMargin + columns * cell.width() + (columns - 1) * kCellGap, 360);
+    const int titleWidth =
+        QFontMetrics(TitleFont()).horizontalAdvance(QString::fromStdString(d.title));
+    const int width = std::max({2 * kMargin + columns * cell.width() + (columns - 1) * kCellGap,
+                                2 * kMargin + titleWidth, 360});
     if (count == 0) // room for the line that says why, at about 7 pixels a letter
         return {std::max(width, 2 * kMargin + 7 * static_cast<int>(d.none.size())),
                 2 * kMargin + kTitleHeight + kTextLine};
@@ -221,9 +234,7 @@ QPointF MarkCentre(const Diagrams &d, std::size_t index, std::size_t string) {
 
 void PaintDiagrams(QPainter &p, const Diagrams &d) {
     p.setRenderHint(QPainter::Antialiasing);
-    QFont title = ListFont();
-    title.setPixelSize(16);
-    p.setFont(title);
+    p.setFont(TitleFont());
     p.setPen(Qt::black);
     p.drawText(QRectF(kMargin, kMargin, DiagramsSize(d).width() - 2 * kMargin, kTitleHeight - 8),
                Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(d.title));
@@ -273,20 +284,26 @@ void WriteDiagramsSvg(const QString &path, const Diagrams &d) {
     Commit(file);
 }
 
-void WriteDiagramsPdf(const QString &path, const Diagrams &d) {
+void WriteDiagramsPdf(const QString &path, const Diagrams &d, Paper paper) {
     QSaveFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
         SetupPdf(pdf, QString::fromStdString(d.title));
         const QSize size = DiagramsSize(d);
-        pdf.setPageSize(
-            QPageSize(QSizeF(size.width() * 72.0 / kResolution, size.height() * 72.0 / kResolution),
-                      QPageSize::Point));
-        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        pdf.setPageOrientation(size.width() > size.height() ? QPageLayout::Landscape
+                                                            : QPageLayout::Portrait);
+        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
+                           QPageLayout::Point);
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
+        // At their own size, or smaller where the page has less room.
+        const QRect room = painter.viewport();
+        const double fit = std::min({static_cast<double>(room.width()) / size.width(),
+                                     static_cast<double>(room.height()) / size.height(), 1.0});
+        painter.scale(fit, fit);
         PaintDiagrams(painter, d);
     }
     Commit(file);

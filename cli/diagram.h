@@ -46,7 +46,9 @@ QPointF MarkCentre(const Diagrams &diagrams, std::size_t index, std::size_t stri
 
 void WriteDiagramsPng(const QString &path, const Diagrams &diagrams, int scale);
 void WriteDiagramsSvg(const QString &path, const Diagrams &diagrams);
-void WriteDiagramsPdf(const QString &path, const Diagrams &diagrams);
+// On a page of `paper`, turned to suit the diagrams' shape, inside the
+// margins, as large as fits.
+void WriteDiagramsPdf(const QString &path, const Diagrams &diagrams, Paper paper);
 
 // A fingering book: for each root a part, each chord a set of diagrams
 // (titled with the chord's name) under the part's heading; a part starts a

@@ -159,7 +159,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
         if (options.svg)
             cli::WriteDiagramsSvg(QString::fromStdString(*options.svg), diagrams);
         if (options.pdf)
-            cli::WriteDiagramsPdf(QString::fromStdString(*options.pdf), diagrams);
+            cli::WriteDiagramsPdf(QString::fromStdString(*options.pdf), diagrams, paper);
     } else {
         if (options.png)
             cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation,

@@ -419,6 +419,10 @@ TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
         // The title, six cells and the notes table.
         EXPECT_EQ(ReadableCount(pdf, 1, {"Db"}), 1 + 6 + 1) << mediaBox;
     }
+    // Fingering diagrams go on the paper asked for too.
+    ASSERT_EQ(RunChart({"--root", "D", "--voicings", "--paper", "letter", "--pdf", pdf}).status, 0);
+    EXPECT_NE(ReadBytes(pdf.toStdString()).find("/MediaBox [0 0 792.000000 612.000000]"),
+              std::string::npos);
 }
 
 TEST(ChartCommand, UnwritablePathExitsOne) {

@@ -2,10 +2,10 @@
 
 #include "cli/errors.h"
 #include "model/catalogue.h"
+#include "platform/basic.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdlib>
 
 namespace varnock::cli {
@@ -13,9 +13,7 @@ namespace varnock::cli {
 namespace cat = catalogue;
 
 std::optional<Spelling> ParseSpelling(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string lower = LCase(std::string(text));
     if (lower == "sharps")
         return Spelling::Sharps;
     if (lower == "flats")

@@ -5,7 +5,6 @@
 #include "model/catalogue.h"
 
 #include <algorithm>
-#include <cctype>
 #include <span>
 
 namespace varnock::cli {
@@ -13,12 +12,6 @@ namespace varnock::cli {
 namespace {
 
 namespace cat = catalogue;
-
-std::string Lower(std::string s) {
-    for (char &c : s)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
 
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
@@ -54,7 +47,7 @@ std::optional<int> NearChord(const std::string &text) {
         if (alias == text)
             return cat::FindChordType(name);
     for (int i = 0; i < cat::kChordTypeCount; ++i)
-        if (Lower(std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name)) == Lower(text))
+        if (LCase(std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name)) == LCase(text))
             return i;
     return std::nullopt;
 }
@@ -67,7 +60,7 @@ std::optional<int> FindNote(const std::string &text) {
 // reaches the two layouts the program's menu does not offer as well.
 int ResolveLayout(const std::string &text) {
     for (std::size_t i = 0; i < items::kLayouts.size(); ++i)
-        if (Lower(items::kLayouts[i]) == Lower(text))
+        if (LCase(items::kLayouts[i]) == LCase(text))
             return static_cast<int>(i);
     if (text.size() == 1 && text[0] >= '0' && text[0] < '0' + kModes)
         return text[0] - '0';

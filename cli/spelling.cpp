@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 namespace varnock::cli {
 
@@ -94,9 +93,7 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
 Labels ResolveLabels(const std::optional<std::string> &text) {
     if (!text)
         return Labels::Notes;
-    std::string lower = *text;
-    for (char &c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::string lower = LCase(*text);
     if (lower == "notes")
         return Labels::Notes;
     if (lower == "degrees")

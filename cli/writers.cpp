@@ -10,8 +10,6 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
-#include <cctype>
-
 namespace varnock::cli {
 
 void Fail(const QString &path, const QString &why) {
@@ -67,9 +65,7 @@ void WritePng(const QString &path, const ChartSheet &sheet, int scale, ChartOrie
 Palette ResolvePalette(const std::optional<std::string> &text) {
     if (!text)
         return Palette::Window;
-    std::string lower = *text;
-    for (char &c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::string lower = LCase(*text);
     if (lower == "window")
         return Palette::Window;
     if (lower == "colour-blind" || lower == "color-blind")
@@ -80,9 +76,7 @@ Palette ResolvePalette(const std::optional<std::string> &text) {
 Paper ResolvePaper(const std::optional<std::string> &text) {
     if (!text)
         return Paper::A4;
-    std::string lower = *text;
-    for (char &c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::string lower = LCase(*text);
     if (lower == "a4")
         return Paper::A4;
     if (lower == "letter")

@@ -1,5 +1,6 @@
 #include "platform/basic.h"
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -135,6 +136,12 @@ std::string Right(const std::string &text, Int n) {
 
 Int Len(const std::string &text) {
     return static_cast<Int>(text.size());
+}
+
+std::string LCase(std::string text) {
+    for (char &c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
 }
 
 } // namespace varnock

@@ -111,4 +111,7 @@ std::string Left(const std::string &text, Int n);
 std::string Right(const std::string &text, Int n);
 Int Len(const std::string &text);
 
+// The text with its ASCII letters in lower case, for words typed in any case.
+std::string LCase(std::string text);
+
 } // namespace varnock

@@ -3,8 +3,8 @@
 
 #include "bench.h"
 #include "chart/controller.h"
-#include "cli/book.h"
 #include "cli/names.h"
+#include "export/book.h"
 
 #include <QGuiApplication>
 #include <QProcess>

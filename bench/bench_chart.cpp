@@ -2,10 +2,10 @@
 // tables rebuilt) and one full repaint of the chart, offscreen.
 
 #include "bench.h"
-#include "window/window1.h"
-#include "window/listboxview.h"
 #include "settings/location.h"
 #include "shell/app.h"
+#include "window/listboxview.h"
+#include "window/window1.h"
 
 #include <QApplication>
 #include <QImage>

@@ -4,15 +4,15 @@
 // generated and ranked.
 
 #include "bench.h"
-#include "cli/fingering.h"
 #include "model/chordmodel.h"
+#include "music/fingering.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 using namespace varnock;
-using namespace varnock::cli;
+using namespace varnock::music;
 
 namespace {
 

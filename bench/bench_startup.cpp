@@ -3,8 +3,8 @@
 // this program as a child that starts exactly as Varnock does (settings store,
 // window, opening, show) and reports when the chart has been painted.
 
-#include "window/window1.h"
 #include "shell/app.h"
+#include "window/window1.h"
 
 #include <QApplication>
 #include <QEvent>

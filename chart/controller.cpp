@@ -2,7 +2,7 @@
 
 #include "chart/cellpaint.h"
 #include "chart/controls.h"
-#include "model/catalogue.h"
+#include "music/catalogue.h"
 #include "platform/graphics.h"
 
 namespace varnock {

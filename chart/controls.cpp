@@ -1,6 +1,7 @@
 #include "chart/controls.h"
 
-#include "model/catalogue.h"
+#include "music/catalogue.h"
+#include "music/layouts.h"
 
 #include <stdexcept>
 #include <string>
@@ -36,6 +37,49 @@ constexpr std::array<const char *, 12> TuningTexts() {
         texts[i] = catalogue::kNotes[(i + 5) % 12].sharp.data();
     return texts;
 }
+
+// The chart's column names of a layout, all 24 columns of its list, from the
+// layout's one octave of frets.
+using ColumnNames = std::array<music::FretName, 24>;
+constexpr ColumnNames Columns(int mode, bool labels) {
+    ColumnNames names{};
+    const music::FretLayout &layout = music::kLayouts[static_cast<std::size_t>(mode)];
+    for (int c = 0; c < 24; ++c)
+        names[static_cast<std::size_t>(c)] =
+            labels ? music::LabelName(layout, c) : music::HeadingName(layout, c);
+    return names;
+}
+constexpr ColumnNames kMode1Headings = Columns(1, false);
+constexpr ColumnNames kMode2Headings = Columns(2, false);
+constexpr ColumnNames kChromaticNames = Columns(3, true);
+
+// The columns the window shows, 0..22, as one line, to hold them to what it
+// has always shown.
+constexpr bool Shows(const ColumnNames &names, std::string_view line) {
+    std::string_view rest = line;
+    for (int c = 0; c < 23; ++c) {
+        const std::string_view name = names[static_cast<std::size_t>(c)].View();
+        if (!rest.starts_with(name))
+            return false;
+        rest.remove_prefix(name.size());
+        if (c < 22 && !rest.starts_with(' '))
+            return false;
+        rest.remove_prefix(c < 22 ? 1 : 0);
+    }
+    return rest.empty();
+}
+static_assert(Shows(kMode1Headings, "0 1 2 3 4 5 6 6+ 7 8 9 10 11 12 13 13+ 14 15 16 17 18 19 20"));
+static_assert(Shows(kMode2Headings,
+                    "0 1 1+ 2 3 4 5 6 6+ 7 8 8+ 9 10 11 12 13 13+ 14 15 15+ 16 17"));
+static_assert(Shows(kChromaticNames,
+                    "0 0+ 1 1+ 2 3 3+ 4 4+ 5 6 6+ 7 7+ 8 8+ 9 10 10+ 11 11+ 12 13"));
+
+std::array<const char *, 24> Texts(const ColumnNames &names) {
+    std::array<const char *, 24> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = names[i].CStr();
+    return texts;
+}
 } // namespace
 
 namespace items {
@@ -50,18 +94,16 @@ const std::array<const char *, 18> kOtherChords = {
     "---", "-5",   "maj7+5", "m7-5",  "7-9",  "7+9",  "7-5",   "7+5",  "9-5",
     "9+5", "11-9", "13-9",   "13+11", "7/13", "-9+5", "-9+11", "-9-5", "+11"};
 const std::array<const char *, 12> kTuning = TuningTexts();
-const std::array<const char *, 4> kLayouts = {"Diatonic", "Diatonic with 6+",
-                                              "Diatonic with 1+ and 6+", "Chromatic"};
+const std::array<const char *, 4> kLayouts = [] {
+    std::array<const char *, 4> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = music::kLayouts[i].name.data();
+    return texts;
+}();
 const std::array<const char *, 4> kNotesHeadings = {"Root", "2nd Note", "3rd Note", "4th Note"};
-const std::array<const char *, 24> kHeadingsMode1 = {
-    "0",  "1",  "2",  "3",   "4",  "5",  "6",  "6+", "7",  "8",  "9",  "10",
-    "11", "12", "13", "13+", "14", "15", "16", "17", "18", "19", "20", "21"};
-const std::array<const char *, 24> kHeadingsMode2 = {
-    "0", "1",  "1+", "2",  "3",  "4",   "5",  "6",  "6+",  "7",  "8",  "8+",
-    "9", "10", "11", "12", "13", "13+", "14", "15", "15+", "16", "17", "18"};
-const std::array<const char *, 24> kChromaticLabels = {
-    "0", "0+", "1", "1+", "2", "3",  "3+",  "4",  "4+",  "5",  "6",  "6+",
-    "7", "7+", "8", "8+", "9", "10", "10+", "11", "11+", "12", "13", "13+"};
+const std::array<const char *, 24> kHeadingsMode1 = Texts(kMode1Headings);
+const std::array<const char *, 24> kHeadingsMode2 = Texts(kMode2Headings);
+const std::array<const char *, 24> kChromaticLabels = Texts(kChromaticNames);
 } // namespace items
 
 namespace {

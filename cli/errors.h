@@ -2,20 +2,14 @@
 
 // The ways varnock-chart fails, each with its exit status.
 
-#include <stdexcept>
+#include "export/writers.h"
+#include "music/errors.h"
 
 namespace varnock::cli {
 
-// A value the user gave that names nothing we know: one line saying what is
-// accepted, nothing written.
-struct BadInput : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-// A file that could not be written.
-struct WriteFailed : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+// The command speaks the music's and the files' vocabulary.
+using namespace music;
+using namespace output;
 
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitWriteFailed = 1;

@@ -3,21 +3,21 @@
 // never shown, so what it writes is what the program would show.
 
 #include "chart/controller.h"
-#include "cli/book.h"
-#include "cli/capo.h"
-#include "cli/chartdoc.h"
-#include "cli/diagram.h"
 #include "cli/errors.h"
-#include "cli/lookup.h"
-#include "cli/modes.h"
 #include "cli/names.h"
-#include "cli/notenames.h"
 #include "cli/options.h"
-#include "cli/playback.h"
-#include "cli/scalesheet.h"
-#include "cli/spelling.h"
-#include "cli/voicings.h"
-#include "cli/writers.h"
+#include "export/book.h"
+#include "export/capo.h"
+#include "export/chartdoc.h"
+#include "export/diagram.h"
+#include "export/lookup.h"
+#include "export/modes.h"
+#include "export/notenames.h"
+#include "export/playback.h"
+#include "export/scalesheet.h"
+#include "export/spelling.h"
+#include "export/voicings.h"
+#include "export/writers.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
 #include "settings/selections.h"
@@ -89,11 +89,11 @@ void Export(const cli::Options &typed, ChartController &chart) {
                 throw cli::BadInput("--identify-frets: " + std::string(e.what()));
             }
         }
-        std::cout << cli::NamedAnswer(options.identify
-                                          ? cli::IdentifyText(identify, spelling,
-                                                              cli::SplitList(*options.identify))
-                                          : cli::IdentifyFretsText(chart.Sheet(), frets, spelling),
-                                      names)
+        std::cout << cli::NamedAnswer(
+                         options.identify
+                             ? cli::IdentifyText(identify, spelling, SplitList(*options.identify))
+                             : cli::IdentifyFretsText(chart.Sheet(), frets, spelling),
+                         names)
                   << std::flush;
         return;
     }
@@ -105,10 +105,10 @@ void Export(const cli::Options &typed, ChartController &chart) {
         return;
     }
     const ChartSheet spelled =
-        scale ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
-              : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
-                           options.tuning ? cli::SplitList(*options.tuning)
-                                          : std::vector<std::string>{});
+        scale
+            ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
+            : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
+                         options.tuning ? SplitList(*options.tuning) : std::vector<std::string>{});
     const ChartSheet english = cli::WithCapo(spelled, capo);
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};

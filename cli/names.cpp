@@ -2,7 +2,9 @@
 
 #include "chart/controller.h"
 #include "chart/controls.h"
-#include "model/catalogue.h"
+#include "export/capo.h"
+#include "music/catalogue.h"
+#include "music/layouts.h"
 
 #include <algorithm>
 #include <span>
@@ -52,6 +54,32 @@ std::optional<int> NearChord(const std::string &text) {
     return std::nullopt;
 }
 
+const cat::NameSystemInfo &Info(NameSystem system) {
+    for (const cat::NameSystemInfo &info : cat::kNameSystems)
+        if (info.system == system)
+            return info;
+    return cat::kNameSystems[0];
+}
+
+std::string ToEnglish(const std::string &typed, NameSystem system, const char *option) {
+    const auto note = cat::ParseWritten(typed, system);
+    if (!note)
+        throw BadInput(std::string(option) + " \"" + typed + "\" is no " +
+                       std::string(Info(system).name) +
+                       " note name; accepted: " + std::string(Info(system).rule));
+    return cat::Format(*note);
+}
+
+std::optional<std::string> ListToEnglish(const std::optional<std::string> &list, NameSystem system,
+                                         const char *option) {
+    if (!list || list->empty())
+        return list;
+    std::vector<std::string> names;
+    for (const std::string &name : SplitList(*list))
+        names.push_back(ToEnglish(name, system, option));
+    return Join(names, ",");
+}
+
 std::optional<int> FindNote(const std::string &text) {
     return cat::ParseNote(text);
 }
@@ -59,15 +87,15 @@ std::optional<int> FindNote(const std::string &text) {
 // Layout names are long, so any capitalisation will do; a mode number
 // reaches the two layouts the program's menu does not offer as well.
 int ResolveLayout(const std::string &text) {
-    for (std::size_t i = 0; i < items::kLayouts.size(); ++i)
-        if (LCase(items::kLayouts[i]) == LCase(text))
-            return static_cast<int>(i);
-    if (text.size() == 1 && text[0] >= '0' && text[0] < '0' + kModes)
+    for (int i = 0; i < music::kMenuLayouts; ++i)
+        if (LCase(music::LayoutName(i)) == LCase(text))
+            return i;
+    if (text.size() == 1 && text[0] >= '0' && text[0] < '0' + music::kLayoutCount)
         return text[0] - '0';
     std::vector<std::string> accepted;
-    for (const char *layout : items::kLayouts)
-        accepted.push_back(Quoted(layout));
-    accepted.push_back("0.." + std::to_string(kModes - 1));
+    for (int i = 0; i < music::kMenuLayouts; ++i)
+        accepted.push_back(Quoted(music::LayoutName(i)));
+    accepted.push_back("0.." + std::to_string(music::kLayoutCount - 1));
     throw BadInput("unknown fret layout \"" + text + "\"; accepted: " + Join(accepted, ", "));
 }
 
@@ -94,29 +122,6 @@ std::vector<int> ResolveList(std::size_t count, const std::optional<std::string>
 }
 
 } // namespace
-
-std::string Join(const std::vector<std::string> &parts, const std::string &separator) {
-    std::string out;
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        out += (i ? separator : "") + parts[i];
-    return out;
-}
-
-std::vector<std::string> SplitList(const std::string &text) {
-    std::vector<std::string> parts;
-    std::string::size_type start = 0;
-    for (;;) {
-        const auto comma = text.find(',', start);
-        std::string part = text.substr(start, comma - start);
-        // Spaces around list entries are only typing comfort.
-        part.erase(0, part.find_first_not_of(' '));
-        part.erase(part.find_last_not_of(' ') + 1);
-        parts.push_back(part);
-        if (comma == std::string::npos)
-            return parts;
-        start = comma + 1;
-    }
-}
 
 namespace {
 
@@ -235,10 +240,39 @@ void Apply(ChartController &chart, const Selection &s) {
         chart.PopupMenu2->SetListIndex(*s.chord);
 }
 
-std::string LayoutName(Int mode) {
-    if (mode >= 0 && mode < static_cast<Int>(items::kLayouts.size()))
-        return items::kLayouts[static_cast<std::size_t>(mode)];
-    return "Layout " + std::to_string(mode);
+Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo) {
+    Limits limits;
+    limits.capo = capo;
+    limits.mutedOk = options.mutedOk;
+    if (options.reach)
+        limits.reach = *options.reach;
+    if (options.count)
+        limits.count = *options.count;
+    if (options.highest) {
+        limits.highest = ParsePosition(*options.highest, fretNames, "--highest");
+        if (limits.highest < capo)
+            throw BadInput("--highest \"" + *options.highest + "\" lies below the capo at " +
+                           fretNames.at(static_cast<std::size_t>(capo)) + "; accepted: " +
+                           std::to_string(capo) + "..22 or a fret name from there");
+    } else {
+        const auto twelve = std::find(fretNames.begin(), fretNames.end(), "12");
+        limits.highest = twelve == fretNames.end()
+                             ? 12
+                             : static_cast<int>(std::distance(fretNames.begin(), twelve));
+        limits.highest = std::max(limits.highest, std::min(kLastPosition, capo + limits.reach));
+    }
+    return limits;
+}
+
+Options InEnglish(Options o, NameSystem system) {
+    if (system == NameSystem::English)
+        return o;
+    if (o.root)
+        o.root = ToEnglish(*o.root, system, "--root");
+    o.tuning = ListToEnglish(o.tuning, system, "--tuning");
+    o.roots = ListToEnglish(o.roots, system, "--roots");
+    o.identify = ListToEnglish(o.identify, system, "--identify");
+    return o;
 }
 
 } // namespace varnock::cli

@@ -6,6 +6,8 @@
 // suggestion where a musician's near miss is plain.
 
 #include "cli/options.h"
+#include "export/notenames.h"
+#include "music/fingering.h"
 #include "platform/basic.h"
 
 #include <optional>
@@ -17,9 +19,6 @@ class ChartController;
 }
 
 namespace varnock::cli {
-
-// Fret layouts by mode number: the four of the program's menu and two more.
-constexpr int kModes = 6;
 
 // A selection as popup indices.
 struct Selection {
@@ -41,11 +40,16 @@ std::vector<int> ResolveNoteList(const std::string &list);
 // layouts the menu lacks are reached by their mode number.
 void Apply(ChartController &chart, const Selection &selection);
 
-// The name of a fret layout: its menu item, or "Layout N" for one the menu lacks.
-std::string LayoutName(Int mode);
+// The limits the options ask for on a layout with these fret names. The
+// default highest position is the fret named "12", or higher when the capo
+// leaves less than a reach above it. BadInput for a highest position below
+// the capo or a value that names no position.
+Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo);
 
-// "a, b , c" as its trimmed entries; "" gives one empty entry.
-std::vector<std::string> SplitList(const std::string &text);
-std::string Join(const std::vector<std::string> &parts, const std::string &separator);
+// The options with every note the player typed (--root, --tuning,
+// --identify, --roots) rewritten in English names, as typed otherwise
+// ("Fis" gives "F#", "Sib" gives "Bb"). BadInput naming the value and the
+// system's rule for a name the system does not know.
+Options InEnglish(Options options, NameSystem system);
 
 } // namespace varnock::cli

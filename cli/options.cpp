@@ -1,8 +1,8 @@
 #include "cli/options.h"
 
 #include "chart/controls.h"
-#include "cli/scales.h"
-#include "model/catalogue.h"
+#include "music/catalogue.h"
+#include "music/scales.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,7 @@
 #include "model/chordmodel.h"
 
-#include "model/catalogue.h"
+#include "music/catalogue.h"
+#include "music/layouts.h"
 
 #include <cstdint>
 
@@ -9,7 +10,7 @@ namespace varnock {
 namespace {
 
 // The last fret position: every layout has 23 columns, 0..22.
-constexpr Int kLastPosition = 22;
+constexpr Int kLastPosition = music::kLastPosition;
 
 // Sums wrap at the 64-bit ends as the platform's integers do, rather than
 // being undefined. No value the popups give comes anywhere near those ends.
@@ -48,33 +49,14 @@ void Module1::Startup(Int mode) {
         formulas.emplace_back(type.formula);
     MajorChordsInt = Array<std::string>(std::move(formulas));
 
-    // One period of each layout repeated to 23 positions. An unknown mode keeps
-    // the table in force.
-    if (mode == 0) {
-        // Diatonic.
-        Fret_Indices =
-            Array<Int>{0, 2, 4, 5, 7, 9, 10, 0, 2, 4, 5, 7, 9, 10, 0, 2, 4, 5, 7, 9, 10, 0, 2};
-    } else if (mode == 1) {
-        // Diatonic with 6+.
-        Fret_Indices =
-            Array<Int>{0, 2, 4, 5, 7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 10, 11, 0, 2, 4, 5, 7, 9, 10};
-    } else if (mode == 2) {
-        // Diatonic with 1+ and 6+.
-        Fret_Indices =
-            Array<Int>{0, 2, 3, 4, 5, 7, 9, 10, 11, 0, 2, 3, 4, 5, 7, 9, 10, 11, 0, 2, 3, 4, 5};
-    } else if (mode == 3) {
-        // Chromatic.
-        Fret_Indices =
-            Array<Int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
-    } else if (mode == 4) {
-        // Five frets to the octave on the minor pentatonic steps; no menu entry.
-        Fret_Indices =
-            Array<Int>{0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5, 7, 10, 0, 3, 5};
-    } else if (mode == 5) {
-        // Five frets to the octave starting 2 above the open string; no menu
-        // entry. Position 0 is deliberately not the open note.
-        Fret_Indices =
-            Array<Int>{2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5, 8, 9, 2, 4, 5};
+    // Each layout's octave of frets, taken mod 12, at the 23 positions. An
+    // unknown mode keeps the table in force.
+    if (mode >= 0 && mode < music::kLayoutCount) {
+        std::vector<Int> indices;
+        for (int p = 0; p <= kLastPosition; ++p)
+            indices.push_back(
+                music::FretSemitones(music::kLayouts[static_cast<std::size_t>(mode)], p) % 12);
+        Fret_Indices = Array<Int>(std::move(indices));
     }
 
     Melody_List = Array<std::string>::Sized(kLastPosition + 1);

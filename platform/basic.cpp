@@ -144,4 +144,27 @@ std::string LCase(std::string text) {
     return text;
 }
 
+std::string Join(const std::vector<std::string> &parts, const std::string &separator) {
+    std::string out;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        out += (i ? separator : "") + parts[i];
+    return out;
+}
+
+std::vector<std::string> SplitList(const std::string &text) {
+    std::vector<std::string> parts;
+    std::string::size_type start = 0;
+    for (;;) {
+        const auto comma = text.find(',', start);
+        std::string part = text.substr(start, comma - start);
+        // Spaces around list entries are only typing comfort.
+        part.erase(0, part.find_first_not_of(' '));
+        part.erase(part.find_last_not_of(' ') + 1);
+        parts.push_back(part);
+        if (comma == std::string::npos)
+            return parts;
+        start = comma + 1;
+    }
+}
+
 } // namespace varnock

@@ -114,4 +114,9 @@ Int Len(const std::string &text);
 // The text with its ASCII letters in lower case, for words typed in any case.
 std::string LCase(std::string text);
 
+// The parts with the separator between them.
+std::string Join(const std::vector<std::string> &parts, const std::string &separator);
+// "a, b , c" as its entries trimmed of spaces; "" gives one empty entry.
+std::vector<std::string> SplitList(const std::string &text);
+
 } // namespace varnock

@@ -2,11 +2,11 @@
 // against the window's own pixels, and the binary's handling of bad input.
 
 #include "chart/sheet.h"
-#include "cli/book.h"
-#include "cli/chartdoc.h"
 #include "cli/names.h"
 #include "cli/options.h"
-#include "cli/writers.h"
+#include "export/book.h"
+#include "export/chartdoc.h"
+#include "export/writers.h"
 #include "support.h"
 #include "version.h"
 

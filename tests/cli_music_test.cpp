@@ -2,7 +2,7 @@
 // what the command prints and writes.
 
 #include "chart/cellpaint.h"
-#include "cli/sound.h"
+#include "music/sound.h"
 #include "sound_support.h"
 #include "support.h"
 
@@ -187,16 +187,16 @@ TEST_F(Files, WavOfDMajorInTuneWithin10Cents) {
     const auto notes = midi.Struck();
     ASSERT_EQ(notes.size(), 6u);
     // The sound lasts as long as the notes, and a few seconds.
-    const double seconds = static_cast<double>(samples.size()) / cli::kSampleRate;
+    const double seconds = static_cast<double>(samples.size()) / music::kSampleRate;
     EXPECT_NEAR(seconds, midi.notes.back().tick / 960.0, 0.05);
     EXPECT_GT(seconds, 2.0);
     EXPECT_LT(seconds, 8.0);
     // Each note alone, measured a little after its pluck.
     for (std::size_t i = 3; i < notes.size(); ++i) {
         const auto from =
-            static_cast<std::size_t>((notes[i].tick / 960.0 + 0.05) * cli::kSampleRate);
+            static_cast<std::size_t>((notes[i].tick / 960.0 + 0.05) * music::kSampleRate);
         const double hz = MeasuredFrequency(samples, from, 4096);
-        const double cents = 1200 * std::log2(hz / cli::Frequency(notes[i].note));
+        const double cents = 1200 * std::log2(hz / music::Frequency(notes[i].note));
         EXPECT_LT(std::abs(cents), 10.0) << notes[i].note << ": " << hz << " Hz";
         std::printf("note %d: %.2f Hz, %+.2f cents\n", notes[i].note, hz, cents);
     }

@@ -5,12 +5,12 @@
 #include "chart/cellpaint.h"
 #include "chart/controls.h"
 #include "chart/sheet.h"
-#include "cli/book.h"
-#include "cli/chartdoc.h"
-#include "cli/lookup.h"
 #include "cli/names.h"
-#include "cli/spelling.h"
-#include "model/catalogue.h"
+#include "export/book.h"
+#include "export/chartdoc.h"
+#include "export/lookup.h"
+#include "export/spelling.h"
+#include "music/catalogue.h"
 #include "support.h"
 
 #include <QDir>
@@ -146,7 +146,7 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
         // The controller's own sheet stays as the model computed it.
         EXPECT_EQ(cli::ChartRows(w->Sheet()), sharp);
         const auto spelled = cli::ChartRows(sheet);
-        EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), c.notes) << c.root << " " << c.chord;
+        EXPECT_EQ(Join(sheet.ChordNotes(), " "), c.notes) << c.root << " " << c.chord;
         // Each cell names the same pitch and is painted in the same colour,
         // which holds only if Note1..Note4 were renamed with the cells.
         ASSERT_EQ(spelled.size(), sharp.size());
@@ -230,12 +230,12 @@ TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
             Select(*w, Chart("Chromatic", "D,A,D,G", c.root, c.chord), Spelling::Musician);
         const ChartSheet sheet = cli::Label(cli::WithDegrees(plain), c.labels);
         ASSERT_EQ(sheet.notesRows.size(), 2u);
-        EXPECT_EQ(cli::Join(sheet.ChordNotes(), " "), cli::Join(plain.ChordNotes(), " "));
+        EXPECT_EQ(Join(sheet.ChordNotes(), " "), Join(plain.ChordNotes(), " "));
         std::vector<std::string> degrees;
         for (const std::string &d : sheet.notesRows[1])
             if (!d.empty())
                 degrees.push_back(d);
-        EXPECT_EQ(cli::Join(degrees, " "), c.degrees) << c.root << " " << c.chord;
+        EXPECT_EQ(Join(degrees, " "), c.degrees) << c.root << " " << c.chord;
         std::set<std::string> seen;
         for (std::size_t r = 1; r < plain.rows.size(); ++r)
             for (std::size_t p = 0; p < plain.rows[r].size(); ++p) {
@@ -326,8 +326,8 @@ TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
         {"C,C#,D,D#", Spelling::Flats, "No chord type holds the notes C Db D Eb.", ""},
     };
     for (const Row &c : cases) {
-        const auto lines = Lines(
-            cli::IdentifyText(cli::ResolveNoteList(c.notes), c.spelling, cli::SplitList(c.notes)));
+        const auto lines =
+            Lines(cli::IdentifyText(cli::ResolveNoteList(c.notes), c.spelling, SplitList(c.notes)));
         ASSERT_FALSE(lines.empty());
         EXPECT_EQ(lines[0], c.first) << c.notes;
         EXPECT_TRUE(!*c.also || std::count(lines.begin(), lines.end(), c.also)) << c.notes;

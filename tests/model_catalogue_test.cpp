@@ -1,7 +1,7 @@
 // The catalogue: one reader of note names for every option, exact chord
 // names, and degrees that land where the formulas put the notes.
 
-#include "model/catalogue.h"
+#include "music/catalogue.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 // Reading back the sound and the files the command writes: numbers in their
 // bytes, the events of a MIDI file, and the pitch measured from samples.
 
-#include "cli/sound.h"
+#include "music/sound.h"
 
 #include <gtest/gtest.h>
 
@@ -97,7 +97,7 @@ struct MidiFile {
 // parabola through its neighbours.
 inline double MeasuredFrequency(const std::vector<std::int16_t> &s, std::size_t from,
                                 std::size_t size) {
-    const int minLag = varnock::cli::kSampleRate / 2000, maxLag = varnock::cli::kSampleRate / 60;
+    const int minLag = varnock::music::kSampleRate / 2000, maxLag = varnock::music::kSampleRate / 60;
     std::vector<double> r(maxLag + 2, 0);
     for (int lag = minLag - 1; lag <= maxLag + 1; ++lag) {
         double sum = 0, e1 = 0, e2 = 0;
@@ -116,7 +116,7 @@ inline double MeasuredFrequency(const std::vector<std::int16_t> &s, std::size_t 
         if (r[lag] >= 0.95 * best && r[lag] >= r[lag - 1] && r[lag] >= r[lag + 1]) {
             const double shift =
                 0.5 * (r[lag - 1] - r[lag + 1]) / (r[lag - 1] - 2 * r[lag] + r[lag + 1]);
-            return varnock::cli::kSampleRate / (lag + shift);
+            return varnock::music::kSampleRate / (lag + shift);
         }
     }
     return 0;

@@ -1,0 +1,72 @@
+#pragma once
+
+// The chord book: a contents page whose entries link to the roots, then for
+// each root titled landscape pages with as many charts as stay readable
+// (cell text of 9 pt or more), and an outline of roots and their chords.
+
+#include "chart/chartsheet.h"
+#include "chart/sheet.h"
+#include "export/spelling.h"
+#include "export/writers.h"
+#include "music/degrees.h"
+
+#include <QString>
+
+#include <string>
+#include <vector>
+
+namespace varnock {
+class ChartController;
+}
+
+namespace varnock::output {
+
+using namespace music;
+
+// How the book shows its charts; by default as the program's window does.
+struct BookLook {
+    ChartOrientation orientation;
+    Spelling spelling = Spelling::Musician;
+    // The roots as typed, one per root, for the Chord spelling.
+    std::vector<std::string> rootNames;
+    Labels labels = Labels::Notes;
+    Palette palette = Palette::Window;
+};
+
+// One chart of the book with the line above it.
+struct BookChart {
+    std::string title;
+    ChartSheet sheet;
+};
+// A root's part: its name in the contents and the page titles, and its charts.
+struct BookPart {
+    std::string name;
+    std::vector<BookChart> charts;
+};
+struct Book {
+    std::string instrument; // under the contents' title
+    std::vector<BookPart> parts;
+    ChartOrientation orientation;
+    Palette palette = Palette::Window;
+};
+
+// The book's page layout on a paper: landscape, a margin, and the charts at
+// one scale, as many to a page as fit at it.
+struct BookLayout {
+    double width = 0, height = 0; // the page in points
+    double scale = 1;             // points per chart pixel
+    int chartsPerPage = 1;
+};
+// Smallest cell text on the book's pages, in points.
+constexpr double kBookTextPoints = 9;
+BookLayout LayoutBook(const Book &book, Paper paper);
+
+// Sets the root and chord popups of `chart` in turn and keeps each sheet,
+// spelled as the look asks.
+Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::vector<int> &chords,
+              const BookLook &look = {});
+
+// Returns the number of pages.
+int WriteBook(const QString &path, const Book &book, Paper paper = Paper::A4);
+
+} // namespace varnock::output

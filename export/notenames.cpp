@@ -1,0 +1,121 @@
+#include "export/notenames.h"
+
+#include "music/errors.h"
+#include "music/layouts.h"
+#include "platform/basic.h"
+
+namespace varnock::output {
+
+using namespace music;
+
+namespace cat = catalogue;
+
+namespace {
+
+std::string Name(const std::string &text, NameSystem system) {
+    return cat::Translate(text, NameSystem::English, system);
+}
+
+// Each blank-separated word that is a note; a trailing '.' stays.
+std::string NameWords(const std::string &words, NameSystem system) {
+    std::string out;
+    std::size_t start = 0;
+    while (start <= words.size()) {
+        auto end = words.find(' ', start);
+        if (end == std::string::npos)
+            end = words.size();
+        std::string word = words.substr(start, end - start);
+        const bool stop = word.ends_with('.');
+        if (stop)
+            word.pop_back();
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        if (start)
+            out += ' ';
+        out += Name(word, system);
+        if (stop)
+            out += '.';
+        start = end + 1;
+    }
+    return out;
+}
+
+} // namespace
+
+NameSystem ResolveNames(const std::optional<std::string> &text) {
+    if (!text)
+        return NameSystem::English;
+    if (const auto system = cat::FindNameSystem(*text))
+        return *system;
+    throw BadInput("unknown note names \"" + *text + "\"; accepted: english, german, latin");
+}
+
+ChartSheet Named(const ChartSheet &sheet, NameSystem system) {
+    if (system == NameSystem::English)
+        return sheet;
+    ChartSheet out = sheet;
+    // Row 0 of the chart holds fret names, never notes.
+    for (std::size_t r = 1; r < out.rows.size(); ++r)
+        for (std::string &cell : out.rows[r])
+            cell = Name(cell, system);
+    for (auto &row : out.notesRows)
+        for (std::string &cell : row)
+            cell = Name(cell, system);
+    for (std::string &note : out.notes)
+        note = Name(note, system);
+    for (std::string &note : out.extraNotes)
+        note = Name(note, system);
+    for (std::string &name : out.stringNames)
+        name = Name(name, system);
+    out.rootItem = Name(out.rootItem.substr(0, out.rootItem.find(" / ")), system);
+    return out;
+}
+
+Book Named(Book book, NameSystem system) {
+    if (system == NameSystem::English)
+        return book;
+    for (BookPart &part : book.parts) {
+        part.name = Name(part.name, system);
+        for (BookChart &chart : part.charts) {
+            chart.title = NameWords(chart.title.substr(0, chart.title.find(' ')), system) +
+                          chart.title.substr(std::min(chart.title.find(' '), chart.title.size()));
+            chart.sheet = Named(chart.sheet, system);
+        }
+    }
+    return book;
+}
+
+std::string NamedAnswer(const std::string &text, NameSystem system) {
+    if (system == NameSystem::English)
+        return text;
+    static const std::string kNone = "No chord type holds the notes ";
+    std::string out;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        auto end = text.find('\n', start);
+        if (end == std::string::npos)
+            end = text.size();
+        std::string line = text.substr(start, end - start);
+        if (const auto bar = line.find(" | "); bar != std::string::npos) {
+            // A fingering: "frets | notes | degrees [| without ...]".
+            const auto notesEnd = line.find(" | ", bar + 3);
+            line = line.substr(0, bar + 3) +
+                   NameWords(line.substr(bar + 3, notesEnd - bar - 3), system) +
+                   (notesEnd == std::string::npos ? "" : line.substr(notesEnd));
+        } else if (line.find(": no fingering") != std::string::npos) {
+            line = Name(line.substr(0, line.find(' ')), system) + line.substr(line.find(' '));
+        } else if (line.starts_with(kNone)) {
+            line = kNone + NameWords(line.substr(kNone.size()), system);
+        } else if (const auto colon = line.find(": "); colon != std::string::npos) {
+            // "D Maj: D F# A" names its root first; "Notes: ..." does not.
+            std::string head = line.substr(0, colon);
+            if (head != "Notes" && head.find(' ') != std::string::npos)
+                head = Name(head.substr(0, head.find(' ')), system) + head.substr(head.find(' '));
+            line = head + ": " + NameWords(line.substr(colon + 2), system);
+        }
+        out += line + (end < text.size() ? "\n" : "");
+        start = end + 1;
+    }
+    return out;
+}
+
+} // namespace varnock::output

@@ -1,0 +1,214 @@
+#include "cli/song.h"
+
+#include "cli/names.h"
+#include "export/capo.h"
+#include "export/songsheet.h"
+#include "export/songtext.h"
+#include "music/chordpro.h"
+#include "music/errors.h"
+#include "music/suggest.h"
+#include "platform/basic.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace varnock::cli {
+
+namespace cat = catalogue;
+
+namespace {
+
+Song ReadSong(const std::string &path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    if (!in || !(bytes << in.rdbuf()))
+        throw BadInput("--song \"" + path + "\" cannot be read; a ChordPro file (.cho, .pro)");
+    Song song;
+    try {
+        song = ReadChordPro(bytes.str());
+    } catch (const BadInput &e) {
+        throw BadInput("--song \"" + path + "\": " + e.what());
+    }
+    if (song.lines.empty() && song.title.empty())
+        throw BadInput("--song \"" + path +
+                       "\" is an empty song; a ChordPro song has lyrics "
+                       "with [chords] in them");
+    if (ChordNames(song).empty())
+        throw BadInput("--song \"" + path +
+                       "\" has no chords; a ChordPro song writes them in "
+                       "brackets where they fall: [G]Amazing [C]grace");
+    for (const std::string &warning : song.warnings)
+        std::cerr << "varnock-chart: " << path << ": " << warning << "\n";
+    return song;
+}
+
+int Semitones(const std::string &text) {
+    int n = 0;
+    const char *first = text.data() + (text.starts_with("+") ? 1 : 0);
+    const auto [end, error] = std::from_chars(first, text.data() + text.size(), n);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size() || n < -11 ||
+        n > 11)
+        throw BadInput("--transpose \"" + text +
+                       "\" is not accepted; semitones -11..11 (-2 is "
+                       "two down, 3 three up)");
+    return n;
+}
+
+Key TypedKey(const std::string &text, NameSystem names) {
+    const auto key = ReadKey(text, names);
+    if (!key)
+        throw BadInput("--key \"" + text + "\" is no key; a note name, then m for minor: " +
+                       std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule) +
+                       " (G, Em, F#m, Bb)");
+    return *key;
+}
+
+// The song's key: its {key}, else what its first chord says.
+Key SongKey(const Song &song, NameSystem names) {
+    if (const auto key = ReadKey(song.key, names))
+        return *key;
+    std::vector<ChordSymbol> chords;
+    for (const std::string &name : ChordNames(song))
+        chords.push_back(ReadChordSymbol(name, names));
+    return GuessKey(chords).value_or(Key{*cat::ParseWritten("C"), false});
+}
+
+// Moves the song as asked; the command's options win over its {transpose}.
+// Returns the key it is in now.
+Key MoveAsAsked(Song &song, const Options &options, NameSystem names) {
+    const Key from = SongKey(song, names);
+    std::optional<Key> to;
+    if (options.key)
+        to = TypedKey(*options.key, names);
+    else if (options.transpose)
+        to = TransposeKey(from, Semitones(*options.transpose));
+    else if (song.transpose && *song.transpose % 12 != 0)
+        to = TransposeKey(from, *song.transpose);
+    song.transpose.reset();
+    if (!to)
+        return from;
+    MoveSong(song, from, *to, names);
+    return *to;
+}
+
+std::vector<std::vector<int>> Tunings(const Options &options, const ChartSheet &sheet,
+                                      NameSystem names, std::vector<std::string> &tuningNames) {
+    std::vector<std::vector<int>> tunings = {sheet.openNotes};
+    std::vector<std::string> own;
+    for (int note : sheet.openNotes)
+        own.push_back(cat::Translate(cat::SharpName(note), NameSystem::English, names));
+    tuningNames = {Join(own, " ")};
+    if (!options.tunings)
+        return tunings;
+    for (const std::string &entry : Split(*options.tunings, ";")) {
+        std::vector<int> tuning;
+        std::vector<std::string> written;
+        for (const std::string &note : SplitList(entry)) {
+            const auto pitch = cat::ParseNote(note, names);
+            if (!pitch)
+                throw BadInput(
+                    "--tunings entry \"" + entry + "\": \"" + note + "\" is not a note name; " +
+                    std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule));
+            tuning.push_back(*pitch);
+            written.push_back(note);
+        }
+        if (tuning.size() != sheet.openNotes.size())
+            throw BadInput("--tunings entry \"" + entry + "\" names " +
+                           std::to_string(tuning.size()) + " notes; this instrument has " +
+                           std::to_string(sheet.openNotes.size()) +
+                           " strings (--strings), tunings separated by \";\": D,A,D;D,A,A");
+        if (std::find(tunings.begin(), tunings.end(), tuning) == tunings.end()) {
+            tunings.push_back(tuning);
+            tuningNames.push_back(Join(written, " "));
+        }
+    }
+    return tunings;
+}
+
+std::string SuggestAnswer(const Song &song, const Options &options, output::SongBoard board,
+                          const ChartSheet &sheet, const Key &key) {
+    std::vector<std::string> tuningNames;
+    const auto tunings = Tunings(options, sheet, board.system, tuningNames);
+    SuggestRequest request;
+    request.mode = board.mode;
+    request.tunings = tunings;
+    request.reach = board.limits.reach;
+    // Capo positions up to the layout's seventh fret.
+    const auto seventh = std::find(board.fretNames.begin(), board.fretNames.end(), "7");
+    for (int p = 0; p <= static_cast<int>(seventh - board.fretNames.begin()) && p < kPositions; ++p)
+        request.capos.push_back(p);
+    output::SuggestTable table;
+    table.title = song.title;
+    table.tuningNames = tuningNames;
+    table.reach = board.limits.reach;
+    table.capoNames = board.fretNames;
+    for (const std::string &name : ChordNames(song)) {
+        request.chords.push_back(ReadChordSymbol(name, board.system));
+        table.chordNames.push_back(name);
+    }
+    request.uses = ChordUses(song);
+    table.suggestions = Suggest(request, 10);
+    for (const Suggestion &s : table.suggestions)
+        table.keys.push_back(WriteKey(TransposeKey(key, s.semitones), board.system));
+    if (!table.suggestions.empty()) {
+        const Suggestion &first = table.suggestions.front();
+        Song moved = song;
+        MoveSong(moved, key, TransposeKey(key, first.semitones), board.system);
+        board.openNotes = tunings[static_cast<std::size_t>(first.tuning)];
+        board.stringNames = Split(tuningNames[static_cast<std::size_t>(first.tuning)], " ");
+        board.capo = first.capo;
+        board.limits.capo = first.capo;
+        board.limits.highest = std::max(board.limits.highest,
+                                        std::min(kLastPosition, first.capo + board.limits.reach));
+        table.firstChords = output::PlaceSongChords(moved, board);
+        table.firstBoard = board.Describe();
+    }
+    return output::SuggestText(table);
+}
+
+} // namespace
+
+std::string RunSong(const Options &options, const ChartSheet &sheet,
+                    const std::vector<std::string> &fretNames, NameSystem names, Paper paper) {
+    Song song = ReadSong(*options.song);
+    const Key key = MoveAsAsked(song, options, names);
+
+    output::SongBoard board;
+    board.mode = static_cast<int>(sheet.mode);
+    board.openNotes = sheet.openNotes;
+    for (int note : sheet.openNotes)
+        board.stringNames.push_back(
+            cat::Translate(cat::SharpName(note), NameSystem::English, names));
+    board.fretNames = fretNames;
+    board.system = names;
+    board.leftHanded = options.leftHanded;
+    if (options.capo)
+        board.capo = ParsePosition(*options.capo, fretNames, "--capo");
+    else if (!song.capo.empty() && song.capo != "0")
+        board.capo = ParsePosition(song.capo, fretNames, "{capo} in the song");
+    board.limits = ResolveLimits(options, fretNames, board.capo);
+
+    if (options.suggest) {
+        const std::string table = SuggestAnswer(song, options, board, sheet, key);
+        if (!options.output)
+            return table;
+        output::WriteTextFile(*options.output, table);
+        return "";
+    }
+    const std::vector<output::SongChord> chords = output::PlaceSongChords(song, board);
+    if (options.pdf)
+        output::WriteSongSheet(*options.pdf, song, chords, board, paper);
+    if (options.chordpro)
+        output::WriteTextFile(*options.chordpro, output::ChordProText(song, chords, board));
+    const std::string text = output::SongText(song, chords, board);
+    if (options.output)
+        output::WriteTextFile(*options.output, text);
+    else if (options.text || !(options.pdf || options.chordpro))
+        return text;
+    return "";
+}
+
+} // namespace varnock::cli

@@ -1,0 +1,289 @@
+#include "export/songsheet.h"
+
+#include "export/diagram.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+
+#include <algorithm>
+#include <functional>
+
+namespace varnock::output {
+
+namespace {
+
+// Diagrams are drawn smaller than --voicings draws them alone, so that a
+// song's chords fit in a row or two above the words.
+constexpr double kDiagramScale = 0.6;
+constexpr double kDiagramGap = 10;
+constexpr double kChorusIndent = 22;
+
+QFont Font(int pixels, bool bold = false, bool italic = false) {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    font.setItalic(italic);
+    return font;
+}
+
+QString Q(const std::string &text) {
+    return QString::fromStdString(text);
+}
+
+// Something drawn across the page at a height, moved to the next page whole.
+struct Block {
+    double height = 0;
+    bool keepWithNext = false; // a heading stays with what it heads
+    std::function<void(QPainter &, double)> paint;
+};
+
+// The song's fingered chords, each a diagram under its name.
+std::vector<Diagrams> SongDiagrams(const std::vector<SongChord> &chords, const SongBoard &board) {
+    std::vector<Diagrams> out;
+    for (const SongChord &chord : chords) {
+        if (!chord.shape.fingering)
+            continue;
+        Diagrams d;
+        d.title = chord.symbol.written;
+        d.fretNames = board.fretNames;
+        d.capo = board.capo;
+        d.leftHanded = board.leftHanded;
+        d.fingerings = {*chord.shape.fingering};
+        d.voicings = {chord.voicing};
+        out.push_back(std::move(d));
+    }
+    return out;
+}
+
+// Where a diagram draws: a set of them keeps room for a wide title, which
+// a song's row of single diagrams does without.
+QRect InkBox(const Diagrams &d) {
+    QImage image(DiagramsSize(d), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        PaintDiagrams(painter, d);
+    }
+    QRect box;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            if (line[x] != qRgb(255, 255, 255))
+                box |= QRect(x, y, 1, 1);
+    }
+    return box.adjusted(-2, -2, 2, 2);
+}
+
+class Sheet {
+  public:
+    Sheet(const Song &song, const std::vector<SongChord> &chords, const SongBoard &board,
+          double width)
+        : song_(song), chords_(chords), board_(board), width_(width) {}
+
+    std::vector<Block> Blocks() {
+        Head();
+        DiagramRows();
+        for (const SongLine &line : song_.lines)
+            Line(line);
+        return std::move(blocks_);
+    }
+
+  private:
+    const Song &song_;
+    const std::vector<SongChord> &chords_;
+    const SongBoard &board_;
+    double width_;
+    std::vector<Block> blocks_;
+
+    void Text(const QFont &font, const std::string &text, QColor colour = Qt::black,
+              double before = 0, double indent = 0, bool keep = false) {
+        const double height = QFontMetricsF(font).height() * 1.25 + before;
+        blocks_.push_back({height, keep, [=, this](QPainter &p, double y) {
+                               p.setFont(font);
+                               p.setPen(colour);
+                               p.drawText(
+                                   QRectF(indent, y + before, width_ - indent, height - before),
+                                   Qt::AlignLeft | Qt::AlignVCenter, Q(text));
+                           }});
+    }
+
+    void Head() {
+        Text(Font(24, true), song_.title.empty() ? "Untitled song" : song_.title);
+        std::vector<std::string> under = song_.subtitles;
+        if (!song_.artist.empty())
+            under.insert(under.begin(), song_.artist);
+        for (const std::string &line : under)
+            Text(Font(14), line);
+        Text(Font(12),
+             (song_.key.empty() ? "" : "Key " + song_.key + " \u2022 ") + board_.Describe(),
+             QColor(0x44, 0x44, 0x44), 0, 0, true);
+    }
+
+    void DiagramRows() {
+        struct Drawn {
+            output::Diagrams diagrams;
+            QRect box;
+        };
+        auto drawn = std::make_shared<std::vector<Drawn>>();
+        for (output::Diagrams &d : SongDiagrams(chords_, board_)) {
+            const QRect box = InkBox(d);
+            drawn->push_back({std::move(d), box});
+        }
+        // Rows of diagrams, as many across as fit.
+        std::vector<std::vector<std::size_t>> rows(1);
+        double x = 0;
+        for (std::size_t i = 0; i < drawn->size(); ++i) {
+            const double w = (*drawn)[i].box.width() * kDiagramScale;
+            if (x > 0 && x + w > width_) {
+                rows.emplace_back();
+                x = 0;
+            }
+            rows.back().push_back(i);
+            x += w + kDiagramGap;
+        }
+        for (const auto &row : rows) {
+            double height = 0;
+            for (std::size_t i : row)
+                height = std::max(height, (*drawn)[i].box.height() * kDiagramScale);
+            blocks_.push_back({height + kDiagramGap, false, [=](QPainter &p, double y) {
+                                   double left = 0;
+                                   for (std::size_t i : row) {
+                                       const Drawn &one = (*drawn)[i];
+                                       p.save();
+                                       p.translate(left, y + kDiagramGap);
+                                       p.scale(kDiagramScale, kDiagramScale);
+                                       p.translate(-one.box.topLeft());
+                                       PaintDiagrams(p, one.diagrams);
+                                       p.restore();
+                                       left += one.box.width() * kDiagramScale + kDiagramGap;
+                                   }
+                               }});
+        }
+        for (const SongChord &chord : chords_)
+            if (!chord.shape.fingering)
+                Text(Font(11, false, true), chord.symbol.written + ": " + chord.note,
+                     QColor(0x66, 0x22, 0x22));
+        Text(Font(8), "");
+    }
+
+    void Line(const SongLine &line) {
+        const bool chorus = line.section == "chorus";
+        const double indent = chorus ? kChorusIndent : 0;
+        switch (line.kind) {
+        case SongLine::Kind::Blank:
+            Text(Font(7), "");
+            break;
+        case SongLine::Kind::Comment:
+            Text(Font(12, false, true), line.text, QColor(0x55, 0x55, 0x55), 0, indent);
+            break;
+        case SongLine::Kind::SectionStart:
+            Text(Font(13, true), SectionHeading(line), Qt::black, 10, indent, true);
+            break;
+        case SongLine::Kind::SectionEnd:
+            break;
+        case SongLine::Kind::ChorusRecall:
+            Text(Font(13, true, true), line.text.empty() ? "Chorus" : line.text, Qt::black, 10,
+                 kChorusIndent);
+            break;
+        case SongLine::Kind::Tab: {
+            QFont mono(QStringLiteral("DejaVu Sans Mono"));
+            mono.setPixelSize(12);
+            Text(mono, line.text, Qt::black, 0, indent);
+            break;
+        }
+        case SongLine::Kind::Lyrics:
+            Lyrics(line, indent, chorus);
+            break;
+        }
+    }
+
+    // A lyric line with its chords over it: each name starts above the
+    // first letter of its syllable, pushed right where the one before needs
+    // the room. Names none of the 32 types match are grey and italic.
+    void Lyrics(const SongLine &line, double indent, bool bar) {
+        const QFont words = Font(14), names = Font(13, true);
+        const QFontMetricsF wm(words), nm(names);
+        std::vector<std::pair<double, const PlacedChord *>> placed;
+        double end = 0;
+        for (const PlacedChord &chord : line.chords) {
+            const double at = wm.horizontalAdvance(Q(line.text.substr(0, chord.at)));
+            const double x = placed.empty() ? at : std::max(at, end + nm.horizontalAdvance(' '));
+            placed.emplace_back(x, &chord);
+            end = x + nm.horizontalAdvance(Q(chord.name));
+        }
+        std::vector<std::string> known;
+        for (const SongChord &c : chords_)
+            if (!c.tones.empty())
+                known.push_back(c.symbol.written);
+        const double chordHeight = placed.empty() ? 0 : nm.height() * 1.1;
+        const double height = chordHeight + wm.height() * 1.25;
+        blocks_.push_back(
+            {height, false, [=, this](QPainter &p, double y) {
+                 for (const auto &[x, chord] : placed) {
+                     const bool isKnown =
+                         chord->annotation ||
+                         std::find(known.begin(), known.end(), chord->name) != known.end();
+                     QFont font = names;
+                     font.setItalic(!isKnown || chord->annotation);
+                     p.setFont(font);
+                     p.setPen(isKnown ? QColor(0x1A, 0x3C, 0x8C) : QColor(0x77, 0x77, 0x77));
+                     p.drawText(QPointF(indent + x, y + nm.ascent()), Q(chord->name));
+                 }
+                 p.setFont(words);
+                 p.setPen(Qt::black);
+                 p.drawText(QPointF(indent, y + chordHeight + wm.ascent()), Q(line.text));
+                 if (bar)
+                     p.fillRect(QRectF(4, y, 3, height), QColor(0xBB, 0xBB, 0xBB));
+             }});
+    }
+};
+
+} // namespace
+
+int WriteSongSheet(const FileName &path, const Song &song, const std::vector<SongChord> &chords,
+                   const SongBoard &board, Paper paper) {
+    const std::string title = song.title.empty() ? "Untitled song" : song.title;
+    OutputFile file(path);
+    OpenForWriting(file);
+    int pages = 1;
+    {
+        QPdfWriter pdf(&file);
+        SetupPdf(pdf, Q(title));
+        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        pdf.setPageOrientation(QPageLayout::Portrait);
+        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
+                           QPageLayout::Point);
+        QPainter painter;
+        if (!painter.begin(&pdf))
+            Fail(path, QStringLiteral("PDF writer failed"));
+        const QRect page = pdf.pageLayout().paintRectPixels(pdf.resolution());
+        const std::vector<Block> blocks = Sheet(song, chords, board, page.width()).Blocks();
+        const QFont continued = Font(11, false, true);
+        double y = 0;
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            double need = blocks[i].height;
+            for (std::size_t k = i; blocks[k].keepWithNext && k + 1 < blocks.size(); ++k)
+                need += blocks[k + 1].height;
+            if (y > 0 && y + need > page.height()) {
+                pdf.newPage();
+                ++pages;
+                painter.setFont(continued);
+                painter.setPen(QColor(0x55, 0x55, 0x55));
+                const double h = QFontMetricsF(continued).height() * 1.6;
+                painter.drawText(QRectF(0, 0, page.width(), h), Qt::AlignLeft | Qt::AlignTop,
+                                 Q(title + " (continued)"));
+                y = h;
+            }
+            blocks[i].paint(painter, y);
+            y += blocks[i].height;
+        }
+    }
+    Commit(file);
+    return pages;
+}
+
+} // namespace varnock::output

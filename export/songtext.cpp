@@ -1,0 +1,286 @@
+#include "export/songtext.h"
+
+#include "music/degrees.h"
+#include "music/layouts.h"
+#include "platform/basic.h"
+
+#include <algorithm>
+
+namespace varnock::output {
+
+using namespace music;
+
+namespace cat = catalogue;
+
+namespace {
+
+// Characters, not bytes: what a fixed-width line lines up by.
+std::size_t Characters(std::string_view text) {
+    std::size_t n = 0;
+    for (char c : text)
+        n += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
+    return n;
+}
+
+std::string PadTo(std::string text, std::size_t width) {
+    const std::size_t n = Characters(text);
+    return n < width ? text + std::string(width - n, ' ') : text + " ";
+}
+
+} // namespace
+
+std::string SongBoard::Describe() const {
+    std::string out = LayoutName(mode) + ", " + std::to_string(openNotes.size()) + " strings " +
+                      Join(stringNames, " ");
+    if (capo > 0)
+        out += ", capo at " + fretNames.at(static_cast<std::size_t>(capo));
+    return out;
+}
+
+std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board) {
+    Board frets = BoardFor(board.mode, board.openNotes);
+    std::vector<SongChord> chords;
+    for (const std::string &name : ChordNames(song)) {
+        SongChord chord;
+        chord.symbol = ReadChordSymbol(name, board.system);
+        chord.tones = SymbolTones(chord.symbol);
+        if (chord.tones.empty()) {
+            chord.note = "not a chord type Varnock knows: shown as written";
+            chords.push_back(std::move(chord));
+            continue;
+        }
+        chord.shape = PlaceChord(frets, chord.symbol, board.limits);
+        std::vector<std::string> notes;
+        for (const std::string &note :
+             SpellChord(cat::Format(*chord.symbol.root), chord.symbol.type))
+            notes.push_back(cat::Translate(note, NameSystem::English, board.system));
+        if (chord.shape.fingering) {
+            chord.voicing =
+                Describe(*chord.shape.fingering, chord.tones, notes, board.fretNames, board.capo);
+            if (chord.shape.relaxed)
+                chord.note = "past the limits: " + chord.shape.reason;
+        } else if (!chord.shape.missing.empty()) {
+            std::vector<std::string> missing;
+            for (int pitch : chord.shape.missing)
+                for (std::size_t t = 0; t < chord.tones.size(); ++t)
+                    if (chord.tones[t].pitch == pitch)
+                        missing.push_back(notes.at(t));
+            chord.note = "not on this board: no string has " + Join(missing, " or ");
+        } else {
+            chord.note = "not on this board: " + chord.shape.reason;
+        }
+        chords.push_back(std::move(chord));
+    }
+    return chords;
+}
+
+std::string SongChordLine(const SongChord &chord) {
+    std::string line = PadTo(chord.symbol.written, 8);
+    if (chord.shape.fingering)
+        line += VoicingLine(chord.voicing) + (chord.note.empty() ? "" : " (" + chord.note + ")");
+    else
+        line += chord.note;
+    return line;
+}
+
+std::string ChordsAbove(const SongLine &line) {
+    std::string out;
+    std::size_t used = 0; // characters of `out`
+    for (const PlacedChord &chord : line.chords) {
+        const std::size_t column = Characters(std::string_view(line.text).substr(0, chord.at));
+        // One blank at least between two names.
+        const std::size_t at = std::max(column, used == 0 ? 0 : used + 1);
+        out += std::string(at - used, ' ') + chord.name;
+        used = at + Characters(chord.name);
+    }
+    return out;
+}
+
+std::string SectionHeading(const SongLine &start) {
+    if (!start.text.empty())
+        return start.text;
+    std::string name = start.section;
+    if (!name.empty())
+        name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
+    return name;
+}
+
+std::string SongText(const Song &song, const std::vector<SongChord> &chords,
+                     const SongBoard &board) {
+    std::string out = song.title.empty() ? "Untitled song" : song.title;
+    if (!song.artist.empty())
+        out += ", " + song.artist;
+    out += "\n";
+    for (const std::string &subtitle : song.subtitles)
+        out += subtitle + "\n";
+    out += (song.key.empty() ? "" : "Key " + song.key + "; ") + board.Describe() + "\n\nChords:\n";
+    for (const SongChord &chord : chords)
+        out += "  " + SongChordLine(chord) + "\n";
+    for (const SongLine &line : song.lines) {
+        const std::string indent = line.section == "chorus" ? "  " : "";
+        switch (line.kind) {
+        case SongLine::Kind::Blank:
+            out += "\n";
+            break;
+        case SongLine::Kind::Comment:
+            out += indent + "(" + line.text + ")\n";
+            break;
+        case SongLine::Kind::SectionStart:
+            out += "\n[" + SectionHeading(line) + "]\n";
+            break;
+        case SongLine::Kind::SectionEnd:
+            break;
+        case SongLine::Kind::ChorusRecall:
+            out += "\n[" + (line.text.empty() ? std::string("Chorus") : line.text) + "]\n";
+            break;
+        case SongLine::Kind::Tab:
+            out += line.text + "\n";
+            break;
+        case SongLine::Kind::Lyrics:
+            if (!line.chords.empty())
+                out += indent + ChordsAbove(line) + "\n";
+            out += indent + line.text + "\n";
+            break;
+        }
+    }
+    // Blank lines run together where sections meet.
+    for (std::size_t at; (at = out.find("\n\n\n")) != std::string::npos;)
+        out.erase(at, 1);
+    return out;
+}
+
+std::string SuggestText(const SuggestTable &table) {
+    std::string out = "Keys, capos and tunings for " +
+                      (table.title.empty() ? std::string("the song") : "\"" + table.title + "\"") +
+                      ", best first (reach " + std::to_string(table.reach) + "):\n";
+    std::vector<std::vector<std::string>> rows = {
+        {"key", "capo", "tuning", "playable", "not playable"}};
+    for (std::size_t i = 0; i < table.suggestions.size(); ++i) {
+        const Suggestion &s = table.suggestions[i];
+        std::vector<std::string> missing;
+        for (std::size_t c : s.unplayable)
+            missing.push_back(table.chordNames.at(c));
+        rows.push_back({table.keys.at(i),
+                        s.capo == 0 ? "-" : table.capoNames.at(static_cast<std::size_t>(s.capo)),
+                        table.tuningNames.at(static_cast<std::size_t>(s.tuning)),
+                        std::to_string(s.playable) + "/" + std::to_string(s.known),
+                        Join(missing, " ")});
+    }
+    std::vector<std::size_t> widths(rows.front().size(), 0);
+    for (const auto &row : rows)
+        for (std::size_t c = 0; c < row.size(); ++c)
+            widths[c] = std::max(widths[c], Characters(row[c]) + 1);
+    for (const auto &row : rows) {
+        std::string line = " ";
+        for (std::size_t c = 0; c < row.size(); ++c)
+            line += " " + (c + 1 < row.size() ? PadTo(row[c], widths[c]) : row[c]);
+        while (!line.empty() && line.back() == ' ')
+            line.pop_back();
+        out += line + "\n";
+    }
+    if (table.suggestions.empty())
+        return out;
+    out += "\nFingerings of the first: key " + table.keys.front() + ", " + table.firstBoard + "\n";
+    for (const SongChord &chord : table.firstChords)
+        out += "  " + SongChordLine(chord) + "\n";
+    return out;
+}
+
+namespace {
+
+// ChordPro's frets: counted from the nut, shifted to a base fret when the
+// hand sits higher than a diagram's few rows.
+std::string Define(const SongChord &chord) {
+    constexpr int kRows = 5;
+    const std::vector<int> &positions = chord.shape.fingering->positions;
+    int low = kLastPosition + 1, high = 0;
+    for (int p : positions) {
+        if (p > 0) {
+            low = std::min(low, p);
+            high = std::max(high, p);
+        }
+    }
+    const int base = high > kRows ? low : 1;
+    std::string frets;
+    for (int p : positions) {
+        frets += frets.empty() ? "" : " ";
+        frets += p == kMuted ? "x" : p == 0 ? "0" : std::to_string(p - base + 1);
+    }
+    return "{define: " + chord.symbol.written + " base-fret " + std::to_string(base) + " frets " +
+           frets + "}\n";
+}
+
+std::string WithChords(const SongLine &line) {
+    std::string out;
+    std::size_t from = 0;
+    for (const PlacedChord &chord : line.chords) {
+        out += line.text.substr(from, chord.at - from);
+        out += "[" + std::string(chord.annotation ? "*" : "") + chord.name + "]";
+        from = chord.at;
+    }
+    return out + line.text.substr(from);
+}
+
+} // namespace
+
+std::string ChordProText(const Song &song, const std::vector<SongChord> &chords,
+                         const SongBoard &board) {
+    std::string out;
+    if (!song.title.empty())
+        out += "{title: " + song.title + "}\n";
+    for (const std::string &subtitle : song.subtitles)
+        out += "{subtitle: " + subtitle + "}\n";
+    if (!song.artist.empty())
+        out += "{artist: " + song.artist + "}\n";
+    if (!song.key.empty())
+        out += "{key: " + song.key + "}\n";
+    if (board.capo > 0)
+        out += "{capo: " + board.fretNames.at(static_cast<std::size_t>(board.capo)) + "}\n";
+    for (const Directive &d : song.ignored)
+        if (d.name != "transpose")
+            out += "{" + d.name + (d.value.empty() ? "" : ": " + d.value) + "}\n";
+    out += "# Fingerings for " + board.Describe() + ", written by varnock-chart\n";
+    for (const SongChord &chord : chords)
+        if (chord.shape.fingering)
+            out += Define(chord);
+    // The file's own definitions, for chords it fingers differently, stay
+    // only where no fingering of ours replaces them.
+    for (const std::string &define : song.defines) {
+        const std::string name = define.substr(0, define.find(' '));
+        const bool ours = std::any_of(chords.begin(), chords.end(), [&](const SongChord &c) {
+            return c.shape.fingering && c.symbol.written == name;
+        });
+        if (!ours)
+            out += "{define: " + define + "}\n";
+    }
+    out += "\n";
+    for (const SongLine &line : song.lines) {
+        switch (line.kind) {
+        case SongLine::Kind::Blank:
+            out += "\n";
+            break;
+        case SongLine::Kind::Comment:
+            out += "{comment: " + line.text + "}\n";
+            break;
+        case SongLine::Kind::SectionStart:
+            out +=
+                "{start_of_" + line.section + (line.text.empty() ? "" : ": " + line.text) + "}\n";
+            break;
+        case SongLine::Kind::SectionEnd:
+            out += "{end_of_" + line.section + "}\n";
+            break;
+        case SongLine::Kind::ChorusRecall:
+            out += "{chorus" + (line.text.empty() ? "" : ": " + line.text) + "}\n";
+            break;
+        case SongLine::Kind::Tab:
+            out += line.text + "\n";
+            break;
+        case SongLine::Kind::Lyrics:
+            out += WithChords(line) + "\n";
+            break;
+        }
+    }
+    return out;
+}
+
+} // namespace varnock::output

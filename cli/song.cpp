@@ -13,7 +13,7 @@
 #include <charconv>
 #include <fstream>
 #include <iostream>
-#include <sstream>
+#include <iterator>
 
 namespace varnock::cli {
 
@@ -23,12 +23,12 @@ namespace {
 
 Song ReadSong(const std::string &path) {
     std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!in || !(bytes << in.rdbuf()))
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (!in && !in.eof())
         throw BadInput("--song \"" + path + "\" cannot be read; a ChordPro file (.cho, .pro)");
     Song song;
     try {
-        song = ReadChordPro(bytes.str());
+        song = ReadChordPro(bytes);
     } catch (const BadInput &e) {
         throw BadInput("--song \"" + path + "\": " + e.what());
     }
@@ -145,14 +145,20 @@ std::string SuggestAnswer(const Song &song, const Options &options, output::Song
     table.tuningNames = tuningNames;
     table.reach = board.limits.reach;
     table.capoNames = board.fretNames;
-    for (const std::string &name : ChordNames(song)) {
+    for (const std::string &name : ChordNames(song))
         request.chords.push_back(ReadChordSymbol(name, board.system));
-        table.chordNames.push_back(name);
-    }
     request.uses = ChordUses(song);
     table.suggestions = Suggest(request, 10);
-    for (const Suggestion &s : table.suggestions)
-        table.keys.push_back(WriteKey(TransposeKey(key, s.semitones), board.system));
+    for (const Suggestion &s : table.suggestions) {
+        const Key to = TransposeKey(key, s.semitones);
+        table.keys.push_back(WriteKey(to, board.system));
+        // The chords it cannot play, named in the key it moves to.
+        std::vector<std::string> missing;
+        for (std::size_t c : s.unplayable)
+            missing.push_back(
+                WriteChordSymbol(TransposeChord(request.chords[c], key, to), board.system));
+        table.notPlayable.push_back(Join(missing, " "));
+    }
     if (!table.suggestions.empty()) {
         const Suggestion &first = table.suggestions.front();
         Song moved = song;

@@ -157,14 +157,11 @@ std::string SuggestText(const SuggestTable &table) {
         {"key", "capo", "tuning", "playable", "not playable"}};
     for (std::size_t i = 0; i < table.suggestions.size(); ++i) {
         const Suggestion &s = table.suggestions[i];
-        std::vector<std::string> missing;
-        for (std::size_t c : s.unplayable)
-            missing.push_back(table.chordNames.at(c));
         rows.push_back({table.keys.at(i),
                         s.capo == 0 ? "-" : table.capoNames.at(static_cast<std::size_t>(s.capo)),
                         table.tuningNames.at(static_cast<std::size_t>(s.tuning)),
                         std::to_string(s.playable) + "/" + std::to_string(s.known),
-                        Join(missing, " ")});
+                        table.notPlayable.at(i)});
     }
     std::vector<std::size_t> widths(rows.front().size(), 0);
     for (const auto &row : rows)

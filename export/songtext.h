@@ -64,9 +64,9 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
 struct SuggestTable {
     std::string title;                    // the song's
     std::vector<std::string> tuningNames; // "D A D", per tuning of the request
-    std::vector<std::string> chordNames;  // per chord of the request, as written
     std::vector<Suggestion> suggestions;  // best first
     std::vector<std::string> keys;        // per suggestion: the key it moves the song to
+    std::vector<std::string> notPlayable; // per suggestion: the chords it cannot play
     std::vector<std::string> capoNames;   // fret names of capo positions
     std::vector<SongChord> firstChords;   // the first suggestion's chords, fingered
     std::string firstBoard;               // the first suggestion's board, described

@@ -18,7 +18,7 @@ namespace {
 
 // Diagrams are drawn smaller than --voicings draws them alone, so that a
 // song's chords fit in a row or two above the words.
-constexpr double kDiagramScale = 0.6;
+constexpr double kDiagramScale = 0.75;
 constexpr double kDiagramGap = 10;
 constexpr double kChorusIndent = 22;
 

@@ -33,13 +33,13 @@ int main(int argc, char **argv) {
     std::vector<double> inProcess, command;
     int pages = 0;
     {
-        varnock::ChartController chart;
-        chart.Open();
+        // The window's start: Diatonic, D A D.
+        const varnock::music::Instrument instrument{0, {5, 0, 5}, {}, 0};
         const auto roots = varnock::cli::ResolveRoots(std::nullopt);
         const auto chords = varnock::cli::ResolveChords(std::nullopt);
         for (int i = 0; i < kRuns; ++i) {
             const auto t0 = Clock::now();
-            pages = varnock::cli::WriteBook(book, varnock::cli::MakeBook(chart, roots, chords));
+            pages = varnock::cli::WriteBook(book, varnock::cli::MakeBook(instrument, roots, chords));
             inProcess.push_back(Seconds(t0));
         }
     }

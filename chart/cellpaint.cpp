@@ -50,15 +50,6 @@ std::optional<Color> ChartTextColor(const std::string &text, const std::string &
     return std::nullopt;
 }
 
-std::optional<Color> ScaleTextColor(const std::string &text,
-                                    const std::vector<std::string> &notes) {
-    constexpr std::size_t kChordColors = std::size(colors::kNote);
-    for (std::size_t i = 0; i < notes.size() && !text.empty(); ++i)
-        if (notes[i] == text && i < kChordColors + std::size(colors::kScaleNote))
-            return i < kChordColors ? colors::kNote[i] : colors::kScaleNote[i - kChordColors];
-    return std::nullopt;
-}
-
 std::optional<Color> NotesTextColor(Int column) {
     if (column >= 0 && column <= 3)
         return colors::kNote[column];
@@ -184,6 +175,19 @@ bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::
             return true;
         }
     return false;
+}
+
+bool PaintToneText(Graphics &g, const std::string &text, Int tone, Int x, Int y, Palette palette) {
+    constexpr Int kChord = std::size(colors::kNote);
+    if (tone < 0 || tone >= kChord + static_cast<Int>(std::size(colors::kScaleNote)))
+        return false;
+    if (palette == Palette::ColourBlind && tone < kChord) {
+        PaintToneCell(g, text, tone, x, y);
+        return true;
+    }
+    g.ForeColor(tone < kChord ? colors::kNote[tone] : colors::kScaleNote[tone - kChord]);
+    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
+    return true;
 }
 
 bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y,

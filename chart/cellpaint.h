@@ -69,10 +69,6 @@ std::optional<Color> ChartTextColor(const std::string &text, const std::string &
                                     const std::string &note2, const std::string &note3,
                                     const std::string &note4);
 
-// A scale's text colour in either table: the colour of the note's place among
-// `notes` (root first), the four chord colours then the scale's three.
-std::optional<Color> ScaleTextColor(const std::string &text, const std::vector<std::string> &notes);
-
 // The notes table's text colour, by column alone.
 std::optional<Color> NotesTextColor(Int column);
 
@@ -88,6 +84,11 @@ bool PaintChartText(Graphics &g, const std::string &text, const std::array<std::
                     Int x, Int y, Palette palette);
 bool PaintNotesText(Graphics &g, const std::string &text, Int column, Int x, Int y,
                     Palette palette);
+
+// A cell whose meaning is known: the text in the colour of tone `tone` (the
+// chord's four, then a scale's three more) in the palette; false for a cell
+// that is no tone.
+bool PaintToneText(Graphics &g, const std::string &text, Int tone, Int x, Int y, Palette palette);
 
 // Draws the tile of a cell: the fill, then the four frame lines. Draws nothing
 // for Fill::None.

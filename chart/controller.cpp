@@ -123,34 +123,18 @@ void ChartController::FindFrets() {
     MakeSheet();
 }
 
-// The sheet is read off the lists and the model once the pipeline is done.
+// The sheet is the one pure computation every export makes too, from the
+// instrument and the chord the recompute settled on; the tests hold it to
+// the lists, cell for cell.
 void ChartController::MakeSheet() {
-    auto sheet = std::make_shared<ChartSheet>();
-    sheet->mode = PopupMenu9->ListIndex();
-    const auto table = [](const Listbox &list, std::vector<std::string> &headings,
-                          std::vector<std::vector<std::string>> &rows) {
-        for (Int c = 0; c < list.ColumnCount(); ++c)
-            headings.push_back(list.Heading(c));
-        for (Int r = 0; r < list.ListCount(); ++r) {
-            rows.emplace_back();
-            for (Int c = 0; c < list.ColumnCount(); ++c)
-                rows.back().push_back(list.Cell(r, c));
-        }
-    };
-    table(*Listbox1, sheet->headings, sheet->rows);
-    table(*Listbox2, sheet->notesHeadings, sheet->notesRows);
-    sheet->notes = {Model.Note1, Model.Note2, Model.Note3, Model.Note4};
     const Int open[4] = {Model.M.nOpenBassString, Model.M.nOpenMiddleString,
                          Model.M.nOpenMelodyString, Model.M.nOpenForthString};
-    for (Int s = 0; s < StringCount(); ++s) {
-        sheet->openNotes.push_back(static_cast<int>(open[s]));
-        sheet->stringNames.push_back(catalogue::SharpName(static_cast<int>(open[s])));
-    }
-    sheet->root = static_cast<int>(Model.SelectedChord);
-    sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;
-    sheet->rootItem = PopupMenu1->List(PopupMenu1->ListIndex());
-    sheet->chordItem = PopupMenu2->List(PopupMenu2->ListIndex());
-    sheet_ = std::move(sheet);
+    music::Instrument instrument;
+    instrument.layout = static_cast<int>(PopupMenu9->ListIndex());
+    for (Int s = 0; s < StringCount(); ++s)
+        instrument.openNotes.push_back(static_cast<int>(open[s]));
+    sheet_ = std::make_shared<const ChartSheet>(ComputeSheet(
+        instrument, static_cast<int>(Model.SelectedChord), static_cast<int>(Model.ModeSelectMajor)));
 }
 
 void ChartController::PopulateList() {

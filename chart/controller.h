@@ -6,7 +6,7 @@
 // widget; the main window is a view of them, and the export command runs
 // the very same pipeline and paint events without ever showing anything.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "model/chordmodel.h"
 #include "platform/listbox.h"
 #include "platform/popupmenu.h"

@@ -1,6 +1,7 @@
 #include "chart/controls.h"
 
 #include "music/catalogue.h"
+#include "music/chartsheet.h"
 #include "music/layouts.h"
 
 #include <stdexcept>
@@ -12,12 +13,8 @@ namespace {
 // The root popup names both spellings where a note has two: "A# / Bb".
 std::array<std::string, 12> RootTexts() {
     std::array<std::string, 12> texts;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const catalogue::NoteNames &note = catalogue::kNotes[i];
-        texts[i] = std::string(note.sharp);
-        if (note.flat != note.sharp)
-            texts[i] += " / " + std::string(note.flat);
-    }
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = catalogue::RootItem(static_cast<int>(i));
     return texts;
 }
 const std::array<std::string, 12> kRootTexts = RootTexts();
@@ -100,7 +97,12 @@ const std::array<const char *, 4> kLayouts = [] {
         texts[i] = music::kLayouts[i].name.data();
     return texts;
 }();
-const std::array<const char *, 4> kNotesHeadings = {"Root", "2nd Note", "3rd Note", "4th Note"};
+const std::array<const char *, 4> kNotesHeadings = [] {
+    std::array<const char *, 4> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = kNotesTableHeadings[i].data();
+    return texts;
+}();
 const std::array<const char *, 24> kHeadingsMode1 = Texts(kMode1Headings);
 const std::array<const char *, 24> kHeadingsMode2 = Texts(kMode2Headings);
 const std::array<const char *, 24> kChromaticLabels = Texts(kChromaticNames);

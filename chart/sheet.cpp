@@ -91,16 +91,6 @@ ListboxLook ChartLook(ChartOrientation orientation) {
 namespace {
 
 // A scale's cell, in either table, in the colour of its note's place in the scale.
-bool PaintScaleText(Graphics &g, const std::string &text, const std::vector<std::string> &scale,
-                    Int x, Int y) {
-    const auto color = ScaleTextColor(text, scale);
-    if (!color)
-        return false;
-    g.ForeColor(*color);
-    g.DrawString(text, static_cast<double>(x), static_cast<double>(y), 0, false);
-    return true;
-}
-
 // The page's title band above the sheet and the names' column beside it.
 constexpr int kTitleHeight = 28;
 constexpr int kNamesWidth = 34;
@@ -158,32 +148,38 @@ struct SheetLists {
 };
 
 SheetLists MakeSheetLists(const ChartSheet &sheet, Palette palette) {
-    SheetLists lists{MakeList("Listbox1", sheet.headings, sheet.rows),
+    SheetLists lists{MakeList("Listbox1", sheet.ShownHeadings(), sheet.rows),
                      MakeList("Listbox2", sheet.notesHeadings, sheet.notesRows)};
     lists.chart->CellBackgroundPaint = [palette](const Listbox &l, Graphics &g, Int row,
                                                  Int column) {
         PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));
         return false;
     };
-    // A scale's cells are coloured by the note's place in it, looked up by
-    // the chart's keys (labels, where there are any) and by the notes
-    // table's names.
-    const std::vector<std::string> keys = sheet.ColourKeys(), names = sheet.ChordNotes();
-    lists.chart->CellTextPaint = [&sheet, keys, palette](const Listbox &l, Graphics &g, Int row,
-                                                         Int column, Int x, Int y) {
-        if (!sheet.extraNotes.empty())
-            return PaintScaleText(g, l.Cell(row, column), keys, x, y);
-        return PaintChartText(g, l.Cell(row, column), sheet.notes, x, y, palette);
+    // Every note is coloured by what its cell means: which tone of the chord
+    // or scale it is. A blank cell and the label row are painted as the
+    // window paints them.
+    const bool scale = !sheet.extraNotes.empty();
+    lists.chart->CellTextPaint = [&sheet, scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                          Int column, Int x, Int y) {
+        const std::string text = l.Cell(row, column);
+        if (row == 0 || text.empty())
+            return !scale && PaintChartText(g, text, sheet.notes, x, y, palette);
+        const ChartCell &cell = sheet.cells.at(static_cast<std::size_t>(row - 1))
+                                    .at(static_cast<std::size_t>(column));
+        return PaintToneText(g, text, cell.tone, x, y, scale ? Palette::Window : palette);
     };
     lists.notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
         PaintTile(g, NotesFillRule(row, l.ListCount()));
         return false;
     };
-    lists.notes->CellTextPaint = [&sheet, names, palette](const Listbox &l, Graphics &g, Int row,
-                                                          Int column, Int x, Int y) {
-        if (!sheet.extraNotes.empty())
-            return PaintScaleText(g, l.Cell(row, column), names, x, y);
-        return PaintNotesText(g, l.Cell(row, column), column, x, y, palette);
+    // A scale's notes stand four to a row in its order, a chord's by slot.
+    lists.notes->CellTextPaint = [scale, palette](const Listbox &l, Graphics &g, Int row,
+                                                  Int column, Int x, Int y) {
+        const std::string text = l.Cell(row, column);
+        if (scale)
+            return !text.empty() &&
+                   PaintToneText(g, text, row * l.ColumnCount() + column, x, y, Palette::Window);
+        return PaintNotesText(g, text, column, x, y, palette);
     };
     return lists;
 }
@@ -365,7 +361,8 @@ void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const Li
 }
 
 // A list on cairo: its backdrop, recorded once for all lists alike and then
-// only referred to (a PDF keeps one copy), and each cell's text on top.
+// only referred to (a PDF keeps one copy for each list on a page), and each
+// cell's text on top.
 void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const ListboxLook &look,
                       Palette palette) {
     std::string key = look.font.toString().toStdString();
@@ -380,16 +377,15 @@ void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const Lis
         key += '|';
         key += list.Heading(c);
     }
-    static std::map<std::string, cairo_surface_t *> backdrops;
-    cairo_surface_t *&backdrop = backdrops[key];
-    if (!backdrop) {
+    cairo_surface_t *backdrop = SharedSurface(cairo, key, [&] {
         const cairo_rectangle_t extents{0, 0, static_cast<double>(size.width()),
                                         static_cast<double>(size.height())};
-        backdrop = cairo_recording_surface_create(CAIRO_CONTENT_COLOR, &extents);
-        cairo_t *onBackdrop = cairo_create(backdrop);
+        cairo_surface_t *made = cairo_recording_surface_create(CAIRO_CONTENT_COLOR, &extents);
+        cairo_t *onBackdrop = cairo_create(made);
         PaintListBackdrop(onBackdrop, list, size, look);
         cairo_destroy(onBackdrop);
-    }
+        return made;
+    });
     cairo_save(cairo);
     cairo_set_source_surface(cairo, backdrop, 0, 0);
     cairo_paint(cairo);

@@ -5,7 +5,7 @@
 // by the same paint rules the window's lists use.
 
 #include "chart/cellpaint.h"
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "platform/listboxpaint.h"
 
 #include <QFont>

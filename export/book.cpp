@@ -1,14 +1,11 @@
 #include "export/book.h"
 
-#include "chart/controller.h"
-#include "chart/controls.h"
 #include "chart/sheet.h"
 #include "export/chartdoc.h"
 #include "export/spelling.h"
 #include "export/writers.h"
 #include "music/catalogue.h"
-
-#include <QSaveFile>
+#include "platform/graphics.h"
 
 #include <cairo-pdf.h>
 #include <cairo.h>
@@ -27,7 +24,7 @@ constexpr double kFooter = 20; // the page number
 constexpr double kGap = 12;    // between charts
 
 cairo_status_t WriteTo(void *closure, const unsigned char *data, unsigned int length) {
-    auto *file = static_cast<QSaveFile *>(closure);
+    auto *file = static_cast<OutputFile *>(closure);
     return file->write(reinterpret_cast<const char *>(data), length) == length
                ? CAIRO_STATUS_SUCCESS
                : CAIRO_STATUS_WRITE_ERROR;
@@ -77,12 +74,12 @@ BookLayout LayoutBook(const Book &book, Paper paper) {
     return layout;
 }
 
-Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::vector<int> &chords,
-              const BookLook &look) {
+Book MakeBook(const Instrument &instrument, const std::vector<int> &roots,
+              const std::vector<int> &chords, const BookLook &look) {
     Book book;
     book.orientation = look.orientation;
     book.palette = look.palette;
-    book.instrument = InstrumentTitle(chart.Sheet());
+    book.instrument = InstrumentTitle(ComputeSheet(instrument, 0, 0));
     for (std::size_t at = 0; at < roots.size(); ++at) {
         const int root = roots[at];
         // The `at`th root as typed; "" where none was, so each chart names
@@ -92,21 +89,20 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
         // The menu's text, which names both spellings, unless one was chosen.
         switch (look.spelling) {
         case Spelling::Sharps:
-            part.name = items::kRoots.at(static_cast<std::size_t>(root));
+            part.name = catalogue::RootItem(root);
             break;
         case Spelling::Flats:
             part.name = catalogue::FlatName(root);
             break;
         case Spelling::Chord:
         case Spelling::Musician:
-            part.name = typed.empty() ? items::kRoots.at(static_cast<std::size_t>(root)) : typed;
+            part.name = typed.empty() ? catalogue::RootItem(root) : typed;
             break;
         }
-        chart.PopupMenu1->SetListIndex(root);
         for (const int chord : chords) {
-            chart.PopupMenu2->SetListIndex(chord);
-            ChartSheet sheet =
-                Label(WithDegrees(Spell(chart.Sheet(), look.spelling, typed)), look.labels);
+            ChartSheet sheet = Label(
+                WithDegrees(Spell(ComputeSheet(instrument, root, chord), look.spelling, typed)),
+                look.labels);
             std::string title = ChordTitle(sheet);
             part.charts.push_back({std::move(title), std::move(sheet)});
         }
@@ -115,7 +111,7 @@ Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::
     return book;
 }
 
-int WriteBook(const QString &path, const Book &book, Paper paper) {
+int WriteBook(const FileName &path, const Book &book, Paper paper) {
     const BookLayout layout = LayoutBook(book, paper);
     std::vector<int> firstPage;
     int pages = 1;
@@ -124,13 +120,17 @@ int WriteBook(const QString &path, const Book &book, Paper paper) {
         pages += std::max(1, static_cast<int>((part.charts.size() + layout.chartsPerPage - 1) /
                                               layout.chartsPerPage));
     }
-    QSaveFile file(path);
+    OutputFile file(path);
     OpenForWriting(file);
     cairo_surface_t *surface =
         cairo_pdf_surface_create_for_stream(WriteTo, &file, layout.width, layout.height);
     cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE, "Varnock chord book");
     cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATOR, "varnock-chart");
     cairo_t *cairo = cairo_create(surface);
+    // cairo 1.16 numbers an object for every link and writes it only in a
+    // structure tree, which it writes only when the links stand in one: so
+    // the whole book is one tagged document.
+    cairo_tag_begin(cairo, "Document", "");
 
     // The contents: each root's name and first page, both a link to it.
     cairo_set_source_rgb(cairo, 0, 0, 0);
@@ -150,7 +150,7 @@ int WriteBook(const QString &path, const Book &book, Paper paper) {
         Show(cairo, std::to_string(firstPage[i]), layout.width - kMargin, y, true);
         cairo_tag_end(cairo, CAIRO_TAG_LINK);
     }
-    cairo_show_page(cairo);
+    ShowPage(cairo);
 
     int page = 1;
     for (std::size_t i = 0; i < book.parts.size(); ++i) {
@@ -186,9 +186,10 @@ int WriteBook(const QString &path, const Book &book, Paper paper) {
             }
             if (part.charts.empty())
                 ++k;
-            cairo_show_page(cairo);
+            ShowPage(cairo);
         }
     }
+    cairo_tag_end(cairo, "Document");
     cairo_destroy(cairo);
     cairo_surface_finish(surface);
     const cairo_status_t status = cairo_surface_status(surface);

@@ -4,7 +4,7 @@
 // each root titled landscape pages with as many charts as stay readable
 // (cell text of 9 pt or more), and an outline of roots and their chords.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "chart/sheet.h"
 #include "export/spelling.h"
 #include "export/writers.h"
@@ -14,10 +14,6 @@
 
 #include <string>
 #include <vector>
-
-namespace varnock {
-class ChartController;
-}
 
 namespace varnock::output {
 
@@ -61,12 +57,12 @@ struct BookLayout {
 constexpr double kBookTextPoints = 9;
 BookLayout LayoutBook(const Book &book, Paper paper);
 
-// Sets the root and chord popups of `chart` in turn and keeps each sheet,
+// The sheet of each root and chord on the instrument (its capo included),
 // spelled as the look asks.
-Book MakeBook(ChartController &chart, const std::vector<int> &roots, const std::vector<int> &chords,
-              const BookLook &look = {});
+Book MakeBook(const Instrument &instrument, const std::vector<int> &roots,
+              const std::vector<int> &chords, const BookLook &look = {});
 
 // Returns the number of pages.
-int WriteBook(const QString &path, const Book &book, Paper paper = Paper::A4);
+int WriteBook(const FileName &path, const Book &book, Paper paper = Paper::A4);
 
 } // namespace varnock::output

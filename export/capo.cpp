@@ -20,14 +20,8 @@ std::string Trimmed(std::string text) {
 
 } // namespace
 
-std::vector<std::string> FretNames(const ChartSheet &sheet) {
-    return sheet.headings;
-}
-
-std::string DescribedFret(const ChartSheet &sheet, int position) {
-    const auto p = static_cast<std::size_t>(position);
-    const std::vector<std::string> &labels = sheet.rows.at(0);
-    return p < labels.size() && !labels[p].empty() ? labels[p] : sheet.headings.at(p);
+std::string FretsFrom(const std::vector<std::string> &fretNames, int first) {
+    return AcceptedFrets({fretNames.begin() + first, fretNames.end()});
 }
 
 std::string AcceptedFrets(const std::vector<std::string> &fretNames) {
@@ -53,24 +47,6 @@ int ParsePosition(const std::string &typed, const std::vector<std::string> &fret
                    "\" is not accepted; a fret of the layout: " + AcceptedFrets(fretNames));
 }
 
-ChartSheet WithCapo(const ChartSheet &sheet, int capo) {
-    ChartSheet out = sheet;
-    if (capo <= 0)
-        return out;
-    // The heading, not the label: the fret keeps its name.
-    if (static_cast<std::size_t>(capo) < out.headings.size())
-        out.headings[static_cast<std::size_t>(capo)] = kCapoHeading;
-    for (std::size_t s = 1; s < out.rows.size(); ++s) {
-        std::vector<std::string> &row = out.rows[s];
-        if (static_cast<std::size_t>(capo) >= row.size())
-            continue;
-        row[0] = row[static_cast<std::size_t>(capo)];
-        for (int p = 1; p < capo; ++p)
-            row[static_cast<std::size_t>(p)].clear();
-    }
-    return out;
-}
-
 std::string FretListFromCapo(const std::string &list, const std::vector<std::string> &fretNames,
                              int capo) {
     std::vector<std::string> out;
@@ -84,8 +60,8 @@ std::string FretListFromCapo(const std::string &list, const std::vector<std::str
             p = capo;
         else if (p < capo)
             throw BadInput("position \"" + entry + "\" lies below the capo at " +
-                           std::to_string(capo) + "; accepted: 0 (the capo), " +
-                           std::to_string(capo) + "..22 or x");
+                           fretNames.at(static_cast<std::size_t>(capo)) +
+                           "; accepted: 0 (the capo), " + FretsFrom(fretNames, capo) + " or x");
         out.push_back(std::to_string(p));
     }
     return Join(out, ",");

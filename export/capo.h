@@ -6,7 +6,7 @@
 // fingering prints can be typed back. A capo makes a new sheet, as spelling
 // does: the writers only read it.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "music/layouts.h"
 
 #include <string>
@@ -16,26 +16,15 @@ namespace varnock::output {
 
 using namespace music;
 
-// The name of each position 0..22: the chart's heading.
-std::vector<std::string> FretNames(const ChartSheet &sheet);
-// The name --describe gives a position: the label row's, or the heading's
-// where the layout leaves the label empty.
-std::string DescribedFret(const ChartSheet &sheet, int position);
 // "0..20, 6+, 13+": the names, for messages.
 std::string AcceptedFrets(const std::vector<std::string> &fretNames);
+// The same for the frets from position `first` up: "3..20, 6+, 13+".
+std::string FretsFrom(const std::vector<std::string> &fretNames, int first);
 
 // The position of a fret name ("7", "6+"). BadInput naming `option`, the
 // value and what is accepted.
 int ParsePosition(const std::string &text, const std::vector<std::string> &fretNames,
                   const std::string &option);
-
-// The heading of the capo's column.
-inline constexpr const char *kCapoHeading = "capo";
-
-// The sheet with a capo at `capo`: the open-string column shows what sounds
-// at the capo, the positions below it are empty, and its heading reads "capo".
-// The same sheet for 0.
-ChartSheet WithCapo(const ChartSheet &sheet, int capo);
 
 // The positions a fret list names, counted from the capo: 0 is the capo, a
 // position below it is BadInput. Entries are numbers, fret names or x; the

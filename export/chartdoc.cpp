@@ -13,7 +13,7 @@ namespace varnock::output {
 using namespace music;
 
 std::vector<std::vector<std::string>> ChartRows(const ChartSheet &sheet) {
-    std::vector<std::vector<std::string>> rows{sheet.headings};
+    std::vector<std::vector<std::string>> rows{sheet.ShownHeadings()};
     rows.insert(rows.end(), sheet.rows.begin(), sheet.rows.end());
     return rows;
 }
@@ -76,19 +76,15 @@ std::string DescribeText(const ChartSheet &sheet, Spelling spelling, bool lastSt
                                    : SpellNote(sheet.openNotes[s], spelling, facts.notes));
     facts.chordTitle =
         (facts.notes.empty() ? sheet.rootItem : facts.notes[0]) + " " + sheet.chordItem;
-    // A fret's name is the label row's text; where the layout leaves that
-    // empty, the heading's.
-    const std::vector<std::string> &labels = sheet.rows.at(0);
-    for (std::size_t p = 0; p < labels.size(); ++p)
-        facts.fretNames.push_back(labels[p].empty() ? sheet.headings.at(p) : labels[p]);
+    // Frets by the names the layout gives them, as every option takes them.
+    facts.fretNames = FretNames(static_cast<int>(sheet.mode));
+    facts.diatonicNames = DiatonicNames(static_cast<int>(sheet.mode));
     facts.cells.assign(sheet.rows.begin() + 1, sheet.rows.end());
     // Under a capo, position 0 stands for the capo's own column: its notes
     // are named once, there.
-    for (std::size_t p = 1; p < sheet.headings.size(); ++p)
-        if (sheet.headings[p] == kCapoHeading)
-            for (auto &row : facts.cells)
-                if (p < row.size())
-                    row[p].clear();
+    if (sheet.capo > 0)
+        for (auto &row : facts.cells)
+            row.at(static_cast<std::size_t>(sheet.capo)).clear();
     facts.lastStringFirst = lastStringFirst;
     if (sheet.chordType < 0 && !sheet.extraNotes.empty())
         facts.kind = "Scale";
@@ -112,8 +108,11 @@ std::string ChordTitle(const ChartSheet &sheet) {
 }
 
 std::string InstrumentTitle(const ChartSheet &sheet) {
-    return LayoutName(sheet.mode) + ", " + std::to_string(sheet.StringCount()) + " strings " +
-           Join(sheet.stringNames, " ");
+    return LayoutName(static_cast<int>(sheet.mode)) + ", " + std::to_string(sheet.StringCount()) +
+           " strings " + Join(sheet.stringNames, " ") +
+           (sheet.capo > 0 ? ", capo at " + FretNames(static_cast<int>(sheet.mode))
+                                                .at(static_cast<std::size_t>(sheet.capo))
+                           : "");
 }
 
 std::string ChartTitle(const ChartSheet &sheet) {

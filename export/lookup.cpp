@@ -67,8 +67,19 @@ std::string IdentifyFretsText(const ChartSheet &sheet, const std::string &list, 
         throw BadInput("--identify-frets: " + std::string(e.what()));
     }
     const std::vector<int> notes = Distinct(sounding);
-    std::string out =
-        "Notes: " + (notes.empty() ? "none" : Join(Names(notes, spelling), " ")) + "\n";
+    // Spelled by degree, the notes are named as the first chord they make
+    // spells them, as --voicings names that chord's notes.
+    std::vector<std::string> names = Names(notes, spelling);
+    const std::vector<Match> matches = notes.size() < 2 ? std::vector<Match>{} : Identify(notes);
+    if ((spelling == Spelling::Chord || spelling == Spelling::Musician) && !matches.empty()) {
+        const std::vector<std::string> chord =
+            SpellChord(PlainRoot(matches[0].root, matches[0].chord), matches[0].chord);
+        for (std::size_t i = 0; i < notes.size(); ++i)
+            for (const std::string &name : chord)
+                if (catalogue::ParseNote(name) == notes[i])
+                    names[i] = name;
+    }
+    std::string out = "Notes: " + (notes.empty() ? "none" : Join(names, " ")) + "\n";
     if (notes.size() < 2)
         return out + "A chord needs two different notes or more.\n";
     return out + IdentifyText(notes, spelling);

@@ -38,16 +38,18 @@ std::string ModesText(const ChartSheet &sheet, const std::optional<std::string> 
         return cat::Translate(english, cat::NameSystem::English, names);
     };
     std::vector<std::string> tuning;
-    for (const int open : sheet.openNotes)
-        tuning.push_back(name(cat::SharpName(open)));
+    // The strings as the player named them (a typed Bb stays Bb).
+    for (const std::string &open : sheet.stringNames)
+        tuning.push_back(name(open));
     std::string out = LayoutName(sheet.mode) + ", " + std::to_string(board.size()) +
                       " strings tuned " + Join(tuning, " ") + ": the modes " +
                       (root ? "from " + name(*root) : std::string("from each open note")) +
                       " with every note on a fret.\n";
-    const std::vector<std::string> &labels = sheet.rows.at(0);
+    const std::vector<std::string> fretNames = FretNames(static_cast<int>(sheet.mode));
+    const std::vector<std::string> diatonicNames = DiatonicNames(static_cast<int>(sheet.mode));
     for (std::size_t s = 0; s < board.size(); ++s) {
         const std::string from =
-            root ? cat::Format(*cat::ParseWritten(*root)) : cat::SharpName(sheet.openNotes[s]);
+            cat::Format(*cat::ParseWritten(root ? *root : sheet.stringNames.at(s)));
         const int pitch = *cat::ParseNote(from);
         std::vector<std::string> fitting, missing;
         std::string runs;
@@ -63,19 +65,22 @@ std::string ModesText(const ChartSheet &sheet, const std::optional<std::string> 
             }
             fitting.push_back(fit.mode->modeName);
             const std::vector<int> run = OctaveRun(board[s], pitch, *fit.mode);
-            std::vector<std::string> notes, positions, frets;
+            std::vector<std::string> notes, positions, frets, diatonic;
             for (std::size_t i = 0; i < run.size(); ++i) {
                 notes.push_back(name(spelled[i % spelled.size()]));
                 positions.push_back(std::to_string(run[i]));
-                const auto p = static_cast<std::size_t>(run[i]);
-                frets.push_back(p < labels.size() && !labels[p].empty() ? labels[p]
-                                                                        : sheet.headings.at(p));
+                frets.push_back(fretNames.at(static_cast<std::size_t>(run[i])));
+                if (!diatonicNames.empty())
+                    diatonic.push_back(diatonicNames.at(static_cast<std::size_t>(run[i])));
             }
-            runs += "  " + title + ": " +
-                    (run.empty() ? std::string("no whole octave on this string")
-                                 : Join(notes, " ") + " at positions " + Join(positions, " ") +
-                                       " (frets " + Join(frets, " ") + ")") +
-                    "\n";
+            runs +=
+                "  " + title + ": " +
+                (run.empty()
+                     ? std::string("no whole octave on this string")
+                     : Join(notes, " ") + " at positions " + Join(positions, " ") + " (frets " +
+                           Join(frets, " ") +
+                           (diatonic.empty() ? "" : "; diatonic " + Join(diatonic, " ")) + ")") +
+                "\n";
         }
         out += "String " + std::to_string(s + 1) + ", tuned " + tuning[s] + ", from " + name(from) +
                ": " + (fitting.empty() ? "none" : Join(fitting, ", ")) + ".\n";

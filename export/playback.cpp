@@ -14,15 +14,7 @@ namespace cat = catalogue;
 
 namespace {
 
-constexpr int kFirstOctave = 3;
 constexpr int kHighestOctave = 8;
-
-std::vector<int> OpenMidi(const ChartSheet &sheet, const std::vector<int> &octaves) {
-    std::vector<int> notes;
-    for (std::size_t s = 0; s < sheet.openNotes.size() && s < octaves.size(); ++s)
-        notes.push_back(MidiNote(sheet.openNotes[s], octaves[s]));
-    return notes;
-}
 
 // The note of pitch class `pitch` at or above `floor`, within an octave.
 int AtOrAbove(int pitch, int floor) {
@@ -42,20 +34,6 @@ std::string AsString(const std::vector<std::uint8_t> &bytes) {
 
 } // namespace
 
-std::vector<int> DefaultOctaves(const std::vector<int> &openNotes) {
-    std::vector<int> octaves;
-    int previous = -1;
-    for (const int open : openNotes) {
-        int octave = kFirstOctave;
-        if (previous >= 0)
-            while (MidiNote(open, octave) < previous)
-                ++octave;
-        previous = MidiNote(open, octave);
-        octaves.push_back(octave);
-    }
-    return octaves;
-}
-
 std::vector<int> ParseOctaves(const std::string &text, int strings) {
     const std::vector<std::string> entries = SplitList(text);
     const std::string accepted = "; accepted: one octave 0.." + std::to_string(kHighestOctave) +
@@ -73,45 +51,30 @@ std::vector<int> ParseOctaves(const std::string &text, int strings) {
     return octaves;
 }
 
-std::vector<NoteEvent> ChordEvents(const ChartSheet &sheet, const std::vector<int> &octaves) {
-    const int chord = static_cast<int>(sheet.chordType);
-    const cat::Offsets offsets = cat::ChordOffsets(chord);
-    std::vector<ChordTone> tones;
-    for (int i = 0; i < offsets.count; ++i)
-        tones.push_back({cat::Mod12(sheet.root + offsets.semitones[static_cast<std::size_t>(i)]),
-                         std::string(cat::kChordTypes[static_cast<std::size_t>(chord)]
-                                         .degrees[static_cast<std::size_t>(i)])});
-    const int mode = static_cast<int>(sheet.mode);
-    const Board board = BoardFor(mode, sheet.openNotes);
-    const std::vector<int> open = OpenMidi(sheet, octaves);
-    const auto semitones = FretSemitones(mode);
-    Limits limits;
-    for (const auto &[reach, mutedOk] : {std::pair{3, false}, {3, true}, {5, true}}) {
-        limits.reach = reach;
-        limits.mutedOk = mutedOk;
-        const FingeringResult found = FindFingerings(board, tones, limits);
-        if (found.fingerings.empty())
-            continue;
-        std::vector<int> notes;
-        const Fingering &first = found.fingerings.front();
+std::vector<NoteEvent> ChordEvents(const Instrument &instrument,
+                                   const std::vector<Fingering> &fingerings,
+                                   const std::vector<ChordTone> &tones) {
+    std::vector<int> notes;
+    if (!fingerings.empty()) {
+        const Fingering &first = fingerings.front();
         for (std::size_t s = 0; s < first.positions.size(); ++s)
             if (first.positions[s] != kMuted)
-                notes.push_back(open[s] + semitones[static_cast<std::size_t>(first.positions[s])]);
+                notes.push_back(instrument.MidiAt(static_cast<int>(s), first.positions[s]));
         return StrumThenNotes(notes);
     }
-    std::vector<int> notes;
+    // No fingering: the tones stacked from what the first string sounds at the capo.
     for (const ChordTone &tone : tones)
-        notes.push_back(AtOrAbove(tone.pitch, notes.empty() ? open.at(0) : notes.back() + 1));
+        notes.push_back(AtOrAbove(tone.pitch, notes.empty() ? instrument.MidiAt(0, instrument.capo)
+                                                            : notes.back() + 1));
     return StrumThenNotes(notes);
 }
 
-std::vector<NoteEvent> ScaleEvents(const ChartSheet &sheet, const Scale &scale,
-                                   const std::vector<int> &octaves) {
-    const int root = AtOrAbove(sheet.root, OpenMidi(sheet, octaves).at(0));
+std::vector<NoteEvent> ScaleEvents(const Instrument &instrument, int root, const Scale &scale) {
+    const int from = AtOrAbove(root, instrument.MidiAt(0, instrument.capo));
     std::vector<int> notes;
     for (const int semitones : scale.semitones)
-        notes.push_back(root + semitones);
-    notes.push_back(root + 12);
+        notes.push_back(from + semitones);
+    notes.push_back(from + 12);
     return UpAndDown(notes);
 }
 

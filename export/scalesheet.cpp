@@ -10,18 +10,6 @@ namespace varnock::output {
 
 using namespace music;
 
-const Scale &ResolveScale(const std::string &name) {
-    if (const Scale *scale = FindScale(name))
-        return *scale;
-    std::vector<std::string> names;
-    for (const Scale &scale : Scales())
-        names.push_back(scale.name);
-    const std::string near = SuggestScale(name);
-    throw BadInput("unknown scale \"" + name + "\"; " +
-                   (near.empty() ? "" : "did you mean \"" + near + "\"? ") +
-                   "accepted: " + Join(names, ", "));
-}
-
 ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::string &root) {
     // Read by the catalogue, so every spelling it takes ("Cx", "E\u266D") works.
     const auto written = catalogue::ParseWritten(root);
@@ -30,24 +18,24 @@ ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::st
                        "\"; accepted: " + std::string(catalogue::kNoteNameRule));
     const std::vector<std::string> names = SpellScale(catalogue::Format(*written), scale);
     const int rootPitch = written->Index();
-    const Board frets = BoardFor(static_cast<int>(board.mode), board.openNotes);
 
     ChartSheet out = board;
     out.root = rootPitch;
     out.chordType = -1;
     out.rootItem = names[0];
     out.chordItem = scale.name;
-    for (std::size_t s = 0; s < frets.size() && s + 1 < out.rows.size(); ++s) {
-        std::vector<std::string> &row = out.rows[s + 1];
-        for (std::size_t p = 0; p < row.size(); ++p) {
-            row[p].clear();
-            if (p >= frets[s].size() || !frets[s][p])
+    // Each cell that sounds a note of the scale is that degree; a capo
+    // silences the positions below it.
+    for (std::vector<ChartCell> &string : out.cells)
+        for (std::size_t p = 0; p < string.size(); ++p) {
+            ChartCell &cell = string[p];
+            cell.tone = -1;
+            if (p > 0 && p < static_cast<std::size_t>(out.capo))
                 continue;
             for (std::size_t i = 0; i < scale.semitones.size(); ++i)
-                if (catalogue::Mod12(rootPitch + scale.semitones[i]) == *frets[s][p])
-                    row[p] = names[i];
+                if (catalogue::Mod12(rootPitch + scale.semitones[i]) == cell.pitch)
+                    cell.tone = static_cast<int>(i);
         }
-    }
     // Four notes a row, as the table has four columns; each heading names
     // the degrees of its column.
     constexpr std::size_t kColumns = 4;
@@ -69,7 +57,7 @@ ChartSheet ScaleSheet(const ChartSheet &board, const Scale &scale, const std::st
             heading += " / ";
         heading += scale.degrees[i];
     }
-    return out;
+    return Renamed(out, names);
 }
 
 } // namespace varnock::output

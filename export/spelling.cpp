@@ -1,6 +1,5 @@
 #include "export/spelling.h"
 
-#include "chart/controls.h"
 #include "music/catalogue.h"
 #include "music/errors.h"
 #include "music/layouts.h"
@@ -13,14 +12,6 @@ namespace varnock::output {
 
 using namespace music;
 
-Spelling ResolveSpelling(const std::optional<std::string> &text) {
-    if (!text)
-        return Spelling::Musician;
-    if (const auto spelling = ParseSpelling(*text))
-        return *spelling;
-    throw BadInput("unknown spelling \"" + *text + "\"; accepted: musician, sharps, flats, chord");
-}
-
 std::string SpellingRoot(const std::optional<std::string> &typed) {
     if (!typed || typed->empty())
         return "";
@@ -30,7 +21,7 @@ std::string SpellingRoot(const std::optional<std::string> &typed) {
 std::vector<std::string> SpellingRoots(const std::optional<std::string> &list) {
     std::vector<std::string> roots;
     if (!list || list->empty())
-        return std::vector<std::string>(items::kRoots.size());
+        return std::vector<std::string>(catalogue::kNotes.size());
     for (const std::string &name : SplitList(*list))
         roots.push_back(SpellingRoot(name));
     return roots;
@@ -51,30 +42,22 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
     const std::string root = spelling == Spelling::Musician ? Plain(typedRoot) : typedRoot;
     if (spelling == Spelling::Sharps)
         return sheet;
-    // The chord's notes in formula order, as the model named them.
-    std::vector<std::string> computed;
-    for (const std::string &note : sheet.notes)
-        if (!note.empty())
-            computed.push_back(note);
-    std::vector<std::string> spelled;
-    if (spelling != Spelling::Flats && sheet.chordType >= 0) {
+    // Each tone of the chord by the name the spelling gives it.
+    std::vector<std::string> names;
+    if (sheet.chordType >= 0) {
         const int chord = static_cast<int>(sheet.chordType);
-        spelled = SpellChord(
-            catalogue::ParseNote(root) == sheet.root ? root : PlainRoot(sheet.root, chord), chord);
+        if (spelling == Spelling::Flats) {
+            const catalogue::Offsets offsets = catalogue::ChordOffsets(chord);
+            for (int i = 0; i < offsets.count; ++i)
+                names.push_back(catalogue::FlatName(
+                    sheet.root + offsets.semitones[static_cast<std::size_t>(i)]));
+        } else {
+            names = SpellChord(
+                catalogue::ParseNote(root) == sheet.root ? root : PlainRoot(sheet.root, chord),
+                chord);
+        }
     }
-    const auto respell = [&](const std::string &name) {
-        return Respell(name, spelling, computed, spelled);
-    };
-    ChartSheet out = sheet;
-    // Row 0 of the chart holds fret names, never notes.
-    for (std::size_t r = 1; r < out.rows.size(); ++r)
-        for (std::string &cell : out.rows[r])
-            cell = respell(cell);
-    for (auto &row : out.notesRows)
-        for (std::string &cell : row)
-            cell = respell(cell);
-    for (std::string &note : out.notes)
-        note = respell(note);
+    ChartSheet out = Renamed(sheet, names);
     // A string is named as tuned, never as the chord spells its note: an A
     // string stays A in Gb m, whose third is Bbb.
     const std::vector<std::string> chordNotes = out.ChordNotes();
@@ -91,19 +74,6 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
             out.stringNames[s] = flat ? catalogue::FlatName(open) : catalogue::SharpName(open);
     }
     return out;
-}
-
-Labels ResolveLabels(const std::optional<std::string> &text) {
-    if (!text)
-        return Labels::Notes;
-    const std::string lower = LCase(*text);
-    if (lower == "notes")
-        return Labels::Notes;
-    if (lower == "degrees")
-        return Labels::Degrees;
-    if (lower == "both")
-        return Labels::Both;
-    throw BadInput("unknown labels \"" + *text + "\"; accepted: notes, degrees, both");
 }
 
 namespace {
@@ -153,20 +123,8 @@ ChartSheet Label(const ChartSheet &sheet, Labels labels) {
     for (std::size_t i = 0; i < names.size(); ++i)
         keys.push_back(labels == Labels::Degrees ? sheet.degrees[i]
                                                  : names[i] + " " + sheet.degrees[i]);
-    ChartSheet out = sheet;
-    for (std::size_t r = 1; r < out.rows.size(); ++r)
-        for (std::string &cell : out.rows[r]) {
-            const auto found = std::find(names.begin(), names.end(), cell);
-            if (!cell.empty() && found != names.end())
-                cell = keys[static_cast<std::size_t>(found - names.begin())];
-        }
-    std::size_t next = 0;
-    for (std::string &note : out.notes)
-        if (!note.empty())
-            note = keys[next++];
-    for (std::string &note : out.extraNotes)
-        note = keys[next++];
-    return out;
+    // The notes table keeps the names.
+    return Renamed(sheet, keys, false);
 }
 
 } // namespace varnock::output

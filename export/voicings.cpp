@@ -75,8 +75,7 @@ std::string OptionFor(Limit limit) {
 Voicings FindVoicings(const ChartSheet &sheet, const std::vector<std::string> &fretNames,
                       const Limits &limits) {
     const std::vector<ChordTone> tones = SheetTones(sheet);
-    FingeringResult result =
-        FindFingerings(BoardFor(static_cast<int>(sheet.mode), sheet.openNotes), tones, limits);
+    FingeringResult result = FindFingerings(sheet.Instrument(), tones, limits);
     Voicings out;
     if (result.fingerings.empty()) {
         std::vector<std::string> options;

@@ -124,4 +124,12 @@ Offsets ChordOffsets(int index) {
     return FormulaOffsets(kChordTypes.at(static_cast<std::size_t>(index)).formula);
 }
 
+std::string RootItem(int index) {
+    const NoteNames &note = kNotes[static_cast<std::size_t>(Mod12(index))];
+    std::string item(note.sharp);
+    if (note.flat != note.sharp)
+        item += " / " + std::string(note.flat);
+    return item;
+}
+
 } // namespace varnock::catalogue

@@ -23,6 +23,9 @@ inline constexpr int kNoteCount = 12;
 // The natural notes: letter and semitones above A.
 inline constexpr std::string_view kLetters = "ABCDEFG";
 inline constexpr std::array<int, 7> kNaturals = {0, 2, 3, 5, 7, 8, 10};
+// The major scale: semitones above the root of degrees 1..7, against which
+// every degree label ("b3", "#4", "bb7") is counted.
+inline constexpr std::array<int, 7> kMajorScale = {0, 2, 4, 5, 7, 9, 11};
 
 // Each note index's two names. The sharp is the model's name, which is also
 // the key it compares notes by, so it is spelled exactly so.
@@ -219,6 +222,8 @@ std::string Format(const WrittenNote &note, NameSystem system = NameSystem::Engl
 // The model's name and the flat name of a note index, taken mod 12.
 std::string SharpName(int index);
 std::string FlatName(int index);
+// The root menu's item: both names where the note has two ("A# / Bb").
+std::string RootItem(int index);
 
 // --- Chord types --------------------------------------------------------------
 
@@ -327,9 +332,7 @@ constexpr Degree ParseDegree(std::string_view label) {
     }
     if (number < 1 || number > 13)
         return {};
-    // The major scale's tones above the root for degrees 1..7.
-    constexpr std::array<int, 7> major = {0, 2, 4, 5, 7, 9, 11};
-    return {number, Mod12(major[static_cast<std::size_t>((number - 1) % 7)] + shift)};
+    return {number, Mod12(kMajorScale[static_cast<std::size_t>((number - 1) % 7)] + shift)};
 }
 
 // The chord type of a display name, matched exactly (case counts: "M" is not

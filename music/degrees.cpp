@@ -53,11 +53,10 @@ int Accidentals(const std::vector<std::string> &names) {
 }
 
 int ScaleAccidentals(const cat::WrittenNote &root) {
-    constexpr std::array<int, 7> major = {0, 2, 4, 5, 7, 9, 11};
     int count = 0;
     for (int degree = 1; degree <= 7; ++degree)
-        count +=
-            std::abs(Above(root, degree, major[static_cast<std::size_t>(degree - 1)]).accidental);
+        count += std::abs(
+            Above(root, degree, cat::kMajorScale[static_cast<std::size_t>(degree - 1)]).accidental);
     return count;
 }
 
@@ -109,22 +108,6 @@ std::vector<std::string> SpellChord(std::string_view rootText, int chordIndex) {
             Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i])));
     }
     return names;
-}
-
-std::string Respell(std::string_view sharpName, Spelling spelling,
-                    const std::vector<std::string> &chordSharps,
-                    const std::vector<std::string> &chordSpelled) {
-    const auto note = cat::ParseNote(sharpName);
-    if (!note || spelling == Spelling::Sharps)
-        return std::string(sharpName);
-    if (spelling == Spelling::Flats)
-        return cat::FlatName(*note);
-    for (std::size_t i = 0; i < std::min(chordSharps.size(), chordSpelled.size()); ++i)
-        if (cat::ParseNote(chordSharps[i]) == note)
-            return chordSpelled[i];
-    if (spelling == Spelling::Musician && !chordSpelled.empty() && EndsFlat(chordSpelled[0]))
-        return cat::FlatName(*note);
-    return std::string(sharpName);
 }
 
 std::string SpellNote(int note, Spelling spelling, const std::vector<std::string> &chordNotes) {

@@ -36,14 +36,6 @@ bool FitsTyped(std::string_view root, int chordIndex, const std::vector<std::str
 // case; "F# / Gb", a menu item's text, gives "F#".
 std::string WrittenRoot(std::string_view typed);
 
-// A model name in the chosen spelling: Sharps unchanged, Flats its flat name,
-// Chord and Musician the entry of chordSpelled whose chordSharps entry has
-// the same pitch class; when there is none, Chord keeps it and Musician
-// names it flat if the spelled root has a flat. Empty stays empty.
-std::string Respell(std::string_view sharpName, Spelling spelling,
-                    const std::vector<std::string> &chordSharps,
-                    const std::vector<std::string> &chordSpelled);
-
 // A note index as the chart would name it: its name among the chord's notes
 // (`chordNotes`, already spelled), else its flat name for Flats or for
 // Musician with a flat root, else its sharp.

@@ -54,19 +54,22 @@ std::string Describe(const SheetFacts &facts) {
         std::vector<std::string> parts;
         bool any = false;
         for (const std::string &note : order) {
-            std::vector<std::string> positions, frets;
+            std::vector<std::string> positions, frets, diatonic;
             for (std::size_t p = 0; p < row.size(); ++p)
                 if (row[p] == note) {
                     positions.push_back(std::to_string(p));
                     frets.push_back(facts.fretNames[p]);
+                    if (p < facts.diatonicNames.size())
+                        diatonic.push_back(facts.diatonicNames[p]);
                 }
             any = any || !positions.empty();
             const bool one = positions.size() == 1;
-            parts.push_back(positions.empty()
-                                ? "no " + note
-                                : note + (one ? " at position " : " at positions ") +
-                                      Join(positions, ", ") + (one ? " (fret " : " (frets ") +
-                                      Join(frets, ", ") + ")");
+            parts.push_back(
+                positions.empty()
+                    ? "no " + note
+                    : note + (one ? " at position " : " at positions ") + Join(positions, ", ") +
+                          (one ? " (fret " : " (frets ") + Join(frets, ", ") +
+                          (diatonic.empty() ? "" : "; diatonic " + Join(diatonic, ", ")) + ")");
         }
         out += "String " + std::to_string(s + 1) + ", tuned " + facts.tuning[s] + ": " +
                (any ? Join(parts, "; ") : "no chord notes") + ".\n";

@@ -8,13 +8,16 @@
 namespace varnock::music {
 
 struct SheetFacts {
-    std::string layoutName;                      // as in the layout popup, e.g. "Diatonic"
-    int strings = 0;                             // 3 or 4
-    std::vector<std::string> tuning;             // open note of each string, spelled
-    std::string kind = "Chord";                  // or "Scale"
-    std::string chordTitle;                      // e.g. "D Maj", "D dorian"
-    std::vector<std::string> notes;              // spelled, root first
-    std::vector<std::string> fretNames;          // the layout's names of positions 0..22
+    std::string layoutName;             // as in the layout popup, e.g. "Diatonic"
+    int strings = 0;                    // 3 or 4
+    std::vector<std::string> tuning;    // open note of each string, spelled
+    std::string kind = "Chord";         // or "Scale"
+    std::string chordTitle;             // e.g. "D Maj", "D dorian"
+    std::vector<std::string> notes;     // spelled, root first
+    std::vector<std::string> fretNames; // the layout's names of positions 0..22
+    // The same frets as a diatonic board names them, where that helps a
+    // player (a chromatic board's label row); empty otherwise.
+    std::vector<std::string> diatonicNames;
     std::vector<std::vector<std::string>> cells; // per string, by position; "" where nothing
     bool lastStringFirst = false;                // the strings' sentences from the last one
 };

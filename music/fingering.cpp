@@ -128,7 +128,7 @@ std::string JoinOr(const std::vector<std::string> &parts) {
 
 // Why there is none, and which limit raised alone would give one.
 void Explain(const Board &board, const std::vector<ChordTone> &tones, const Limits &limits,
-             FingeringResult &result) {
+             const std::vector<std::string> &fretNames, FingeringResult &result) {
     std::vector<std::string> ways;
     Limits wider = limits;
     wider.reach = kLastPosition;
@@ -146,7 +146,10 @@ void Explain(const Board &board, const std::vector<ChordTone> &tones, const Limi
         for (const Fingering &f : found)
             need = std::min(need, *std::max_element(f.positions.begin(), f.positions.end()));
         result.raise.push_back(Limit::Highest);
-        ways.push_back("a highest position of " + std::to_string(need));
+        // Named as --highest takes it, where the layout's names are known.
+        ways.push_back(fretNames.empty()
+                           ? "a highest position of " + std::to_string(need)
+                           : "a highest fret of " + fretNames.at(static_cast<std::size_t>(need)));
     }
     if (!limits.mutedOk) {
         wider = limits;
@@ -191,17 +194,11 @@ void Explain(const Board &board, const std::vector<ChordTone> &tones, const Limi
 } // namespace
 
 Board BoardFor(int mode, const std::vector<int> &openNotes) {
-    const FretLayout &layout = CheckedLayout(mode);
-    Board board;
-    for (int open : openNotes) {
+    CheckedLayout(mode);
+    for (int open : openNotes)
         if (open < 0 || open > 11)
             throw std::invalid_argument("open note " + std::to_string(open) + " outside 0..11");
-        StringFrets string;
-        for (int p = 0; p < kPositions; ++p)
-            string[p] = (FretSemitones(layout, p) + open) % 12;
-        board.push_back(string);
-    }
-    return board;
+    return Instrument{mode, openNotes, {}, 0}.MakeBoard();
 }
 
 std::array<int, kPositions> FretSemitones(int mode) {
@@ -231,8 +228,10 @@ std::vector<int> OmittedTones(const std::vector<ChordTone> &tones, int strings) 
     return order;
 }
 
-FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
-                               const Limits &limits) {
+namespace {
+
+FingeringResult Find(const Board &board, const std::vector<ChordTone> &tones, const Limits &limits,
+                     const std::vector<std::string> &fretNames) {
     if (board.empty() || board.size() > 4)
         throw std::invalid_argument("a board of " + std::to_string(board.size()) +
                                     " strings; 1..4 are played");
@@ -251,8 +250,21 @@ FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> 
     if (result.fingerings.size() > static_cast<std::size_t>(limits.count))
         result.fingerings.resize(static_cast<std::size_t>(limits.count));
     if (result.fingerings.empty())
-        Explain(board, tones, limits, result);
+        Explain(board, tones, limits, fretNames, result);
     return result;
+}
+
+} // namespace
+
+FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
+                               const Limits &limits) {
+    return Find(board, tones, limits, {});
+}
+
+FingeringResult FindFingerings(const Instrument &instrument, const std::vector<ChordTone> &tones,
+                               Limits limits) {
+    limits.capo = instrument.capo;
+    return Find(instrument.MakeBoard(), tones, limits, FretNames(instrument.layout));
 }
 
 } // namespace varnock::music

@@ -7,7 +7,7 @@
 //
 // A pitch class counts semitones above A, 0..11, as in the chord model.
 
-#include "music/layouts.h"
+#include "music/instrument.h"
 
 #include <array>
 #include <optional>
@@ -17,12 +17,6 @@
 namespace varnock::music {
 
 inline constexpr int kMuted = -1; // a string not played
-
-// The pitch class sounding at each position of one string; nullopt where the
-// layout has no fret.
-using StringFrets = std::array<std::optional<int>, kPositions>;
-// One entry per string, in string order: Bass, Middle, Melody, Forth.
-using Board = std::vector<StringFrets>;
 
 // The board of fret layout `mode` (0..5, as the layout menu numbers them) with
 // strings tuned to `openNotes`, from the chord model's own tables.
@@ -83,5 +77,9 @@ std::vector<int> OmittedTones(const std::vector<ChordTone> &tones, int strings);
 // outside 0..22, count < 1).
 FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
                                const Limits &limits);
+// The same on an instrument: its capo is the limits', and a reason names
+// frets as the layout names them.
+FingeringResult FindFingerings(const Instrument &instrument, const std::vector<ChordTone> &tones,
+                               Limits limits);
 
 } // namespace varnock::music

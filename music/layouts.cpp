@@ -24,4 +24,13 @@ std::vector<std::string> FretNames(int mode) {
     return names;
 }
 
+std::vector<std::string> DiatonicNames(int mode) {
+    const FretLayout &layout = Layout(mode);
+    std::vector<std::string> names;
+    if (layout.labels == LabelRow::Diatonic)
+        for (int p = 0; p < kPositions; ++p)
+            names.emplace_back(DiatonicName(FretSemitones(layout, p)).View());
+    return names;
+}
+
 } // namespace varnock::music

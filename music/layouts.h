@@ -122,5 +122,8 @@ std::string LayoutName(int mode);
 
 // The names a player calls positions 0..22 by on this layout: the heading's.
 std::vector<std::string> FretNames(int mode);
+// Positions 0..22 as a diatonic board names them, for a layout whose label
+// row shows them (the chromatic board); empty for the others.
+std::vector<std::string> DiatonicNames(int mode);
 
 } // namespace varnock::music

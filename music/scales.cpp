@@ -1,5 +1,7 @@
 #include "music/scales.h"
 
+#include "music/catalogue.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -45,74 +47,57 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     return d[a.size()][b.size()];
 }
 
-// Semitones of the natural notes above A: A B C D E F G.
-constexpr std::array<int, 7> kNatural = {0, 2, 3, 5, 7, 8, 10};
-
-// The number a degree label ends in: "b3" 3, "#4" 4, "R" 1.
-int DegreeNumber(const std::string &degree) {
-    if (degree == "R")
-        return 1;
-    const auto digit = degree.find_first_of("0123456789");
-    return std::stoi(degree.substr(digit));
+// A scale written as its degrees; the semitones are what the degrees say.
+Scale Degrees(std::string name, std::string modeName, std::vector<std::string> aliases,
+              std::vector<std::string> degrees) {
+    Scale scale{std::move(name), std::move(modeName), std::move(aliases), {}, std::move(degrees)};
+    for (const std::string &degree : scale.degrees)
+        scale.semitones.push_back(catalogue::ParseDegree(degree).semitones);
+    return scale;
 }
 
 } // namespace
 
 const std::vector<Scale> &Scales() {
-    static const std::vector<Scale> scales = {
-        {"major",
-         "ionian",
-         {"ionian", "maj"},
-         {0, 2, 4, 5, 7, 9, 11},
-         {"R", "2", "3", "4", "5", "6", "7"}},
-        {"dorian", "dorian", {}, {0, 2, 3, 5, 7, 9, 10}, {"R", "2", "b3", "4", "5", "6", "b7"}},
-        {"phrygian",
-         "phrygian",
-         {},
-         {0, 1, 3, 5, 7, 8, 10},
-         {"R", "b2", "b3", "4", "5", "b6", "b7"}},
-        {"lydian", "lydian", {}, {0, 2, 4, 6, 7, 9, 11}, {"R", "2", "3", "#4", "5", "6", "7"}},
-        {"mixolydian",
-         "mixolydian",
-         {"mixo"},
-         {0, 2, 4, 5, 7, 9, 10},
-         {"R", "2", "3", "4", "5", "6", "b7"}},
-        {"natural minor",
-         "aeolian",
-         {"aeolian", "minor", "min"},
-         {0, 2, 3, 5, 7, 8, 10},
-         {"R", "2", "b3", "4", "5", "b6", "b7"}},
-        {"locrian",
-         "locrian",
-         {},
-         {0, 1, 3, 5, 6, 8, 10},
-         {"R", "b2", "b3", "4", "b5", "b6", "b7"}},
-        {"harmonic minor",
-         "",
-         {"harmonic", "harm minor"},
-         {0, 2, 3, 5, 7, 8, 11},
-         {"R", "2", "b3", "4", "5", "b6", "7"}},
-        {"melodic minor",
-         "",
-         {"melodic", "mel minor", "jazz minor"},
-         {0, 2, 3, 5, 7, 9, 11},
-         {"R", "2", "b3", "4", "5", "6", "7"}},
-        {"major pentatonic",
-         "",
-         {"maj pent", "major pent", "maj pentatonic", "pentatonic major"},
-         {0, 2, 4, 7, 9},
-         {"R", "2", "3", "5", "6"}},
-        {"minor pentatonic",
-         "",
-         {"min pent", "minor pent", "min pentatonic", "pentatonic minor", "pentatonic"},
-         {0, 3, 5, 7, 10},
-         {"R", "b3", "4", "5", "b7"}},
-        {"blues",
-         "",
-         {"blues scale", "minor blues"},
-         {0, 3, 5, 6, 7, 10},
-         {"R", "b3", "4", "b5", "5", "b7"}},
+    struct Row {
+        const char *name, *modeName;
+        std::vector<std::string> aliases, degrees;
     };
+    static const std::vector<Scale> scales = [] {
+        const std::vector<Row> rows = {
+            {"major", "ionian", {"ionian", "maj"}, {"R", "2", "3", "4", "5", "6", "7"}},
+            {"dorian", "dorian", {}, {"R", "2", "b3", "4", "5", "6", "b7"}},
+            {"phrygian", "phrygian", {}, {"R", "b2", "b3", "4", "5", "b6", "b7"}},
+            {"lydian", "lydian", {}, {"R", "2", "3", "#4", "5", "6", "7"}},
+            {"mixolydian", "mixolydian", {"mixo"}, {"R", "2", "3", "4", "5", "6", "b7"}},
+            {"natural minor",
+             "aeolian",
+             {"aeolian", "minor", "min"},
+             {"R", "2", "b3", "4", "5", "b6", "b7"}},
+            {"locrian", "locrian", {}, {"R", "b2", "b3", "4", "b5", "b6", "b7"}},
+            {"harmonic minor",
+             "",
+             {"harmonic", "harm minor"},
+             {"R", "2", "b3", "4", "5", "b6", "7"}},
+            {"melodic minor",
+             "",
+             {"melodic", "mel minor", "jazz minor"},
+             {"R", "2", "b3", "4", "5", "6", "7"}},
+            {"major pentatonic",
+             "",
+             {"maj pent", "major pent", "maj pentatonic", "pentatonic major"},
+             {"R", "2", "3", "5", "6"}},
+            {"minor pentatonic",
+             "",
+             {"min pent", "minor pent", "min pentatonic", "pentatonic minor", "pentatonic"},
+             {"R", "b3", "4", "5", "b7"}},
+            {"blues", "", {"blues scale", "minor blues"}, {"R", "b3", "4", "b5", "5", "b7"}},
+        };
+        std::vector<Scale> out;
+        for (const Row &row : rows)
+            out.push_back(Degrees(row.name, row.modeName, row.aliases, row.degrees));
+        return out;
+    }();
     return scales;
 }
 
@@ -146,44 +131,23 @@ std::string SuggestScale(std::string_view name) {
 }
 
 std::vector<std::string> SpellScale(std::string_view root, const Scale &scale) {
-    const auto bad = [&] {
-        return std::invalid_argument("root \"" + std::string(root) +
-                                     "\": a letter A-G, then sharps or flats");
+    namespace cat = catalogue;
+    const auto written = cat::ParseWritten(root);
+    if (!written)
+        throw std::invalid_argument("root \"" + std::string(root) +
+                                    "\": " + std::string(cat::kNoteNameRule));
+    const auto letterPitch = [](int letter) {
+        return cat::kNaturals[static_cast<std::size_t>(letter)];
     };
-    if (root.empty())
-        throw bad();
-    const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(root[0])));
-    if (letter < 'A' || letter > 'G')
-        throw bad();
-    int accidentals = 0;
-    for (std::string_view rest = root.substr(1); !rest.empty();) {
-        int step = 0;
-        if (rest.front() == '#' || rest.front() == 'b') {
-            step = rest.front() == '#' ? 1 : -1;
-            rest.remove_prefix(1);
-        } else if (rest.starts_with("\u266F") || rest.starts_with("\u266D")) {
-            step = rest.starts_with("\u266F") ? 1 : -1;
-            rest.remove_prefix(3);
-        } else {
-            throw bad();
-        }
-        if (accidentals * step < 0)
-            throw bad();
-        accidentals += step;
-    }
-
-    const int rootLetter = letter - 'A';
-    const int rootPitch = kNatural[rootLetter] + accidentals;
+    const int rootPitch = letterPitch(written->letter) + written->accidental;
     std::vector<std::string> notes;
     for (std::size_t i = 0; i < scale.semitones.size(); ++i) {
-        const int noteLetter = (rootLetter + DegreeNumber(scale.degrees[i]) - 1) % 7;
+        const int letter = (written->letter + cat::ParseDegree(scale.degrees[i]).number - 1) % 7;
         // The accidental that takes the letter to the degree's pitch, -6..5.
-        int shift = ((rootPitch + scale.semitones[i] - kNatural[noteLetter]) % 12 + 12) % 12;
+        int shift = cat::Mod12(rootPitch + scale.semitones[i] - letterPitch(letter));
         if (shift > 5)
             shift -= 12;
-        std::string note(1, static_cast<char>('A' + noteLetter));
-        note += std::string(static_cast<std::size_t>(std::abs(shift)), shift > 0 ? '#' : 'b');
-        notes.push_back(note);
+        notes.push_back(cat::Format({letter, shift}));
     }
     return notes;
 }

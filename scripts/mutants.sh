@@ -47,8 +47,6 @@ faults=(
   'chart/controller.cpp@@    return PopupMenu10->ListIndex() == 1 ? 4 : 3;@@    return PopupMenu10->ListIndex() == 0 ? 4 : 3;'
   'chart/controller.cpp@@    Model.M.Startup(PopupMenu9->ListIndex());@@    Model.M.Startup(PopupMenu10->ListIndex());'
   'chart/controller.cpp@@            Listbox2->SetCell(Listbox2->LastIndex(), i, fields[static_cast<std::size_t>(i)]);@@            Listbox2->SetCell(Listbox2->LastIndex(), i + 1, fields[static_cast<std::size_t>(i)]);'
-  'chart/controller.cpp@@    sheet->notes = {Model.Note1, Model.Note2, Model.Note3, Model.Note4};@@    sheet->notes = {Model.Note1, Model.Note3, Model.Note2, Model.Note4};'
-  'chart/controller.cpp@@    sheet->chordType = Model.ModeSelectOther < 0 ? Model.ModeSelectMajor : -1;@@    sheet->chordType = Model.ModeSelectMajor + 1;'
   'chart/sheet.cpp@@        PaintTile(g, InPalette(ChartFillRule(row, column, l.ListCount()), palette));@@        PaintTile(g, InPalette(ChartFillRule(row, column + 1, l.ListCount()), palette));'
   'chart/sheet.cpp@@        look.reverseRowsFrom = 1;@@        look.reverseRowsFrom = 2;'
   'platform/popupmenu.cpp@@    if (Change)@@    if (Change && false)'

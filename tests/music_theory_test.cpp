@@ -99,19 +99,6 @@ TEST(SpellByDegree, RootKeptAsTyped) {
     ExpectBad([] { SpellChord("C", 32); }, "chord index 32 is outside 0..31");
 }
 
-TEST(SpellByDegree, Respell) {
-    const std::vector<std::string> sharps = {"A#", "D", "F"}, spelled = {"A#", "C##", "E#"};
-    const std::vector<std::tuple<std::string, Spelling, std::string>> rows = {
-        {"C#", Spelling::Sharps, "C#"}, {"A#", Spelling::Flats, "Bb"},
-        {"E", Spelling::Flats, "E"},    {"D", Spelling::Chord, "C##"},
-        {"F", Spelling::Chord, "E#"},   {"A#", Spelling::Chord, "A#"},
-        {"G", Spelling::Chord, "G"},    {"", Spelling::Chord, ""},
-        {"", Spelling::Flats, ""},
-    };
-    for (const auto &[name, how, want] : rows)
-        EXPECT_EQ(Respell(name, how, sharps, spelled), want) << name;
-}
-
 TEST(Identify, ExactMatchesThenWiderOnes) {
     // A=0 C=3 D=5 D#=6 E=7 F#=9 G=10 G#=11
     const std::vector<std::pair<std::vector<int>, std::string>> rows = {

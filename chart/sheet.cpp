@@ -164,8 +164,8 @@ SheetLists MakeSheetLists(const ChartSheet &sheet, Palette palette) {
         const std::string text = l.Cell(row, column);
         if (row == 0 || text.empty())
             return !scale && PaintChartText(g, text, sheet.notes, x, y, palette);
-        const ChartCell &cell = sheet.cells.at(static_cast<std::size_t>(row - 1))
-                                    .at(static_cast<std::size_t>(column));
+        const ChartCell &cell =
+            sheet.cells.at(static_cast<std::size_t>(row - 1)).at(static_cast<std::size_t>(column));
         return PaintToneText(g, text, cell.tone, x, y, scale ? Palette::Window : palette);
     };
     lists.notes->CellBackgroundPaint = [](const Listbox &l, Graphics &g, Int row, Int) {
@@ -245,24 +245,8 @@ QRect ChartPageName(const ChartSheet &sheet, Int row, ChartOrientation orientati
 void PaintChartPage(QPainter &painter, const ChartSheet &sheet, const std::string &title,
                     ChartOrientation orientation, Palette palette) {
     painter.fillRect(QRect(QPoint(0, 0), ChartPageSize(sheet)), Qt::white);
-    painter.save();
-    QFont font = ListFont();
-    font.setPixelSize(15);
-    painter.setFont(font);
-    painter.setPen(Qt::black);
-    painter.drawText(QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextForceLeftToRight,
-                     QString::fromStdString(title));
-    painter.setFont(ListFont());
-    for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
-        const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
-        painter.fillRect(r.adjusted(2, 0, -2, 0), QColor(QRgb(colors::kOpenString)));
-        painter.drawText(r, Qt::AlignCenter, QString::fromStdString(sheet.stringNames[s]));
-    }
-    painter.translate(SheetOrigin(orientation));
-    const bool svg = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::SVG;
-    PaintLists(painter, sheet, orientation, NotesExtra(sheet), PageChartFont(sheet, svg), palette);
-    painter.restore();
+    PainterCanvas canvas(painter);
+    PaintChartPage(canvas, sheet, title, orientation, palette);
 }
 
 QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int scale,
@@ -299,18 +283,6 @@ void SetColor(cairo_t *cairo, Color c) {
                          (c & 255) / 255.0);
 }
 
-// The face of a Qt font, bold as the lists' are, at its pixel size; a
-// narrower stretch narrows the glyphs alone, as the measure that chose it.
-void SetFont(cairo_t *cairo, const QFont &font) {
-    cairo_select_font_face(cairo, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL,
-                           font.bold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    const double size = font.pixelSize();
-    const double stretch = font.stretch() > 0 ? font.stretch() / 100.0 : 1.0;
-    cairo_matrix_t matrix;
-    cairo_matrix_init_scale(&matrix, size * stretch, size);
-    cairo_set_font_matrix(cairo, &matrix);
-}
-
 // Text whose baseline centres its line in `r`, from the left or centred.
 void Text(cairo_t *cairo, const std::string &text, const QRect &r, bool centred = false) {
     cairo_font_extents_t font;
@@ -328,7 +300,7 @@ void PaintListBackdrop(cairo_t *cairo, const Listbox &list, QSize size, const Li
     SetColor(cairo, 0xFFFFFF);
     cairo_rectangle(cairo, 0, 0, size.width(), size.height());
     cairo_fill(cairo);
-    SetFont(cairo, look.font);
+    SetCairoFont(cairo, look.font);
     for (Int c = 0; c < list.ColumnCount(); ++c) {
         QRect r = ListboxCellPlace(list, size, 0, c, look);
         r.moveTop(1);
@@ -391,7 +363,7 @@ void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const Lis
     cairo_paint(cairo);
     cairo_restore(cairo);
 
-    SetFont(cairo, look.font);
+    SetCairoFont(cairo, look.font);
     cairo_font_extents_t font;
     cairo_font_extents(cairo, &font);
     for (Int row = 0; row < list.ListCount(); ++row)
@@ -413,43 +385,55 @@ void PaintListOnCairo(cairo_t *cairo, const Listbox &list, QSize size, const Lis
 
 void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
                     ChartOrientation orientation, Palette palette) {
-    cairo_save(cairo);
+    CairoCanvas canvas(cairo);
+    PaintChartPage(canvas, sheet, title, orientation, palette);
+}
+
+void PaintChartPage(Canvas &canvas, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation, Palette palette) {
+    canvas.Save();
     QFont titleFont = ListFont();
     titleFont.setPixelSize(15);
-    SetFont(cairo, titleFont);
-    SetColor(cairo, 0);
-    Text(cairo, title, QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4));
-    SetFont(cairo, ListFont());
+    canvas.SetFont(titleFont);
+    canvas.SetColor(0);
+    canvas.Text(QRect(4, 0, ChartPageSize(sheet).width() - 8, kTitleHeight - 4),
+                Qt::AlignLeft | Qt::AlignVCenter, title);
+    canvas.SetFont(ListFont());
     for (std::size_t s = 0; s < sheet.stringNames.size(); ++s) {
         const QRect r = ChartPageName(sheet, static_cast<Int>(s) + 1, orientation);
-        SetColor(cairo, colors::kOpenString);
-        cairo_rectangle(cairo, r.left() + 2, r.top(), r.width() - 4, r.height());
-        cairo_fill(cairo);
-        SetColor(cairo, 0);
-        Text(cairo, sheet.stringNames[s], r, true);
+        canvas.FillRect(r.adjusted(2, 0, -2, 0), colors::kOpenString);
+        canvas.Text(r, Qt::AlignCenter, sheet.stringNames[s]);
     }
-    const QPoint at = SheetOrigin(orientation) - SheetRect().topLeft();
-    cairo_translate(cairo, at.x(), at.y());
-    const ControlSpec &label = ControlByName("Label4");
-    QFont labelFont = LabelFont();
-    SetFont(cairo, labelFont);
-    SetColor(cairo, 0);
-    Text(cairo, label.items[0], QRect(label.left, label.top, label.width, label.height));
-
+    const QPoint at = SheetOrigin(orientation);
+    canvas.Translate(at.x(), at.y());
     const auto [chart, notes] = MakeSheetLists(sheet, palette);
-    ListboxLook chartLook = ChartLook(orientation);
-    chartLook.font = PageChartFont(sheet);
-    const QRect chartPlace = Place("Listbox1"), notesPlace = Place("Listbox2");
-    cairo_save(cairo);
-    cairo_translate(cairo, chartPlace.left(), chartPlace.top());
-    PaintListOnCairo(cairo, *chart, chartPlace.size(), chartLook, palette);
-    cairo_restore(cairo);
-    cairo_save(cairo);
-    cairo_translate(cairo, notesPlace.left(), notesPlace.top());
-    PaintListOnCairo(cairo, *notes, notesPlace.size() + QSize(0, NotesExtra(sheet)),
-                     ListboxLook{ListFont()}, palette);
-    cairo_restore(cairo);
-    cairo_restore(cairo);
+    const QPoint origin = SheetRect().topLeft();
+    const ControlSpec &label = ControlByName("Label4");
+    canvas.SetFont(LabelFont());
+    canvas.Text(QRect(Place("Label4").topLeft() - origin, QSize(label.width, label.height)),
+                Qt::AlignLeft | Qt::AlignVCenter, label.items[0]);
+    // The chart's text as the page's text face; SVG viewers measure it their own way.
+    QPainter *painter = canvas.Painter();
+    const bool svg =
+        painter && painter->paintEngine() && painter->paintEngine()->type() == QPaintEngine::SVG;
+    for (const char *name : {"Listbox1", "Listbox2"}) {
+        const bool isChart = std::string_view(name) == "Listbox1";
+        const QPoint place = Place(name).topLeft() - origin;
+        const QSize size = Place(name).size() + QSize(0, isChart ? 0 : NotesExtra(sheet));
+        ListboxLook look = isChart ? ChartLook(orientation) : ListboxLook{ListFont()};
+        if (isChart)
+            look.font = PageChartFont(sheet, svg);
+        canvas.Save();
+        canvas.Translate(place.x(), place.y());
+        // The lists have a look of their own on each back end: the window's
+        // on images, a plain one recorded once for all the book's pages.
+        if (painter)
+            PaintListbox(*painter, isChart ? *chart : *notes, size, look);
+        else
+            PaintListOnCairo(canvas.Cairo(), isChart ? *chart : *notes, size, look, palette);
+        canvas.Restore();
+    }
+    canvas.Restore();
 }
 
 } // namespace varnock

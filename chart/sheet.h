@@ -6,6 +6,7 @@
 
 #include "chart/cellpaint.h"
 #include "music/chartsheet.h"
+#include "platform/canvas.h"
 #include "platform/listboxpaint.h"
 
 #include <QFont>
@@ -47,6 +48,9 @@ QImage RenderChartPage(const ChartSheet &sheet, const std::string &title, int sc
 // The same page drawn by cairo (for the chord book's PDF): the same places,
 // the same cell paint rules through Graphics, headings and frames plain.
 void PaintChartPage(cairo_t *cairo, const ChartSheet &sheet, const std::string &title,
+                    ChartOrientation orientation = {}, Palette palette = Palette::Window);
+// Both through one painter, on a canvas of either.
+void PaintChartPage(Canvas &canvas, const ChartSheet &sheet, const std::string &title,
                     ChartOrientation orientation = {}, Palette palette = Palette::Window);
 // The pixel size of the chart's cell text on a page (12, less where cells hold more).
 int ChartPageTextPixels(const ChartSheet &sheet);

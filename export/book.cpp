@@ -5,6 +5,8 @@
 #include "export/spelling.h"
 #include "export/writers.h"
 #include "music/catalogue.h"
+#include "platform/basic.h"
+#include "platform/canvas.h"
 #include "platform/graphics.h"
 
 #include <cairo-pdf.h>
@@ -111,20 +113,37 @@ Book MakeBook(const Instrument &instrument, const std::vector<int> &roots,
     return book;
 }
 
-int WriteBook(const FileName &path, const Book &book, Paper paper) {
-    const BookLayout layout = LayoutBook(book, paper);
+int WritePdfBook(const FileName &path, const PdfBook &book) {
+    // Where each item stands: the page it is on and its top. A part starts a
+    // page; an item that does not fit below the last goes on the next.
+    const double bottom = book.height - kMargin - kFooter;
+    struct Place {
+        int page;
+        double top;
+    };
+    std::vector<std::vector<Place>> places;
     std::vector<int> firstPage;
     int pages = 1;
-    for (const BookPart &part : book.parts) {
-        firstPage.push_back(pages + 1);
-        pages += std::max(1, static_cast<int>((part.charts.size() + layout.chartsPerPage - 1) /
-                                              layout.chartsPerPage));
+    for (const PdfPart &part : book.parts) {
+        firstPage.push_back(++pages);
+        double top = kMargin + kHeader;
+        places.emplace_back();
+        for (const PdfItem &item : part.items) {
+            const double height = item.size.height() * book.scale;
+            if (top > kMargin + kHeader && top + height > bottom) {
+                ++pages;
+                top = kMargin + kHeader;
+            }
+            places.back().push_back({pages, top});
+            top += height + kGap;
+        }
     }
     OutputFile file(path);
     OpenForWriting(file);
     cairo_surface_t *surface =
-        cairo_pdf_surface_create_for_stream(WriteTo, &file, layout.width, layout.height);
-    cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE, "Varnock chord book");
+        cairo_pdf_surface_create_for_stream(WriteTo, &file, book.width, book.height);
+    cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE,
+                                   ("Varnock " + LCase(book.title)).c_str());
     cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATOR, "varnock-chart");
     cairo_t *cairo = cairo_create(surface);
     // cairo 1.16 numbers an object for every link and writes it only in a
@@ -132,59 +151,59 @@ int WriteBook(const FileName &path, const Book &book, Paper paper) {
     // the whole book is one tagged document.
     cairo_tag_begin(cairo, "Document", "");
 
-    // The contents: each root's name and first page, both a link to it.
+    // The contents: each part's name and first page, both a link to it.
     cairo_set_source_rgb(cairo, 0, 0, 0);
     Font(cairo, 22, true);
-    Show(cairo, "Chord book", kMargin, kMargin + 22);
+    Show(cairo, book.title, kMargin, kMargin + 22);
     Font(cairo, 12, false);
-    Show(cairo, book.instrument, kMargin, kMargin + 46);
-    const double lineHeight = std::min(22.0, (layout.height - 2 * kMargin - 80) /
+    Show(cairo, book.subtitle, kMargin, kMargin + 46);
+    const double lineHeight = std::min(22.0, (book.height - 2 * kMargin - 80) /
                                                  std::max<std::size_t>(1, book.parts.size()));
     Font(cairo, std::min(13.0, lineHeight * 0.7), false);
     for (std::size_t i = 0; i < book.parts.size(); ++i) {
         const double y = kMargin + 80 + static_cast<double>(i) * lineHeight;
         // A named destination: cairo 1.16 leaves a link to a later page
         // number without its target.
-        cairo_tag_begin(cairo, CAIRO_TAG_LINK, ("dest='root" + std::to_string(i) + "'").c_str());
+        cairo_tag_begin(cairo, CAIRO_TAG_LINK, ("dest='part" + std::to_string(i) + "'").c_str());
         Show(cairo, book.parts[i].name, kMargin, y);
-        Show(cairo, std::to_string(firstPage[i]), layout.width - kMargin, y, true);
+        Show(cairo, std::to_string(firstPage[i]), book.width - kMargin, y, true);
         cairo_tag_end(cairo, CAIRO_TAG_LINK);
     }
     ShowPage(cairo);
 
-    int page = 1;
+    CairoCanvas canvas(cairo);
     for (std::size_t i = 0; i < book.parts.size(); ++i) {
-        const BookPart &part = book.parts[i];
+        const PdfPart &part = book.parts[i];
         const int root = cairo_pdf_surface_add_outline(
             surface, CAIRO_PDF_OUTLINE_ROOT, part.name.c_str(), Target(firstPage[i]).c_str(),
             cairo_pdf_outline_flags_t{});
-        for (std::size_t k = 0; k < std::max<std::size_t>(part.charts.size(), 1);) {
-            ++page;
+        for (int page = firstPage[i], k = 0;
+             k == 0 || static_cast<std::size_t>(k) < part.items.size(); ++page) {
             cairo_set_source_rgb(cairo, 0, 0, 0);
             Font(cairo, 16, true);
             if (k == 0)
                 cairo_tag_begin(cairo, CAIRO_TAG_DEST,
-                                ("name='root" + std::to_string(i) + "'").c_str());
+                                ("name='part" + std::to_string(i) + "'").c_str());
             Show(cairo, k == 0 ? part.name : part.name + " (continued)", kMargin, kMargin + 16);
             if (k == 0)
                 cairo_tag_end(cairo, CAIRO_TAG_DEST);
             Font(cairo, 10, false);
-            Show(cairo, std::to_string(page), layout.width / 2, layout.height - kMargin + 10);
-            double top = kMargin + kHeader;
-            for (int n = 0; n < layout.chartsPerPage && k < part.charts.size(); ++n, ++k) {
-                const BookChart &chart = part.charts[k];
-                cairo_pdf_surface_add_outline(surface, root, chart.title.c_str(),
+            Show(cairo, std::to_string(page), book.width / 2, book.height - kMargin + 10);
+            for (; static_cast<std::size_t>(k) < part.items.size() &&
+                   places[i][static_cast<std::size_t>(k)].page == page;
+                 ++k) {
+                const PdfItem &item = part.items[static_cast<std::size_t>(k)];
+                const double top = places[i][static_cast<std::size_t>(k)].top;
+                cairo_pdf_surface_add_outline(surface, root, item.title.c_str(),
                                               Target(page, top).c_str(),
                                               cairo_pdf_outline_flags_t{});
-                cairo_save(cairo);
-                cairo_translate(cairo, kMargin, top);
-                cairo_scale(cairo, layout.scale, layout.scale);
-                PaintChartPage(cairo, chart.sheet, ChartTitle(chart.sheet), book.orientation,
-                               book.palette);
-                cairo_restore(cairo);
-                top += ChartPageSize(chart.sheet).height() * layout.scale + kGap;
+                canvas.Save();
+                canvas.Translate(kMargin, top);
+                canvas.Scale(book.scale);
+                item.paint(canvas);
+                canvas.Restore();
             }
-            if (part.charts.empty())
+            if (part.items.empty())
                 ++k;
             ShowPage(cairo);
         }
@@ -198,6 +217,21 @@ int WriteBook(const FileName &path, const Book &book, Paper paper) {
         Fail(path, QString::fromUtf8(cairo_status_to_string(status)));
     Commit(file);
     return pages;
+}
+
+int WriteBook(const FileName &path, const Book &book, Paper paper) {
+    const BookLayout layout = LayoutBook(book, paper);
+    PdfBook pdf{"Chord book", book.instrument, {}, layout.width, layout.height, layout.scale};
+    for (const BookPart &part : book.parts) {
+        PdfPart out{part.name, {}};
+        for (const BookChart &chart : part.charts)
+            out.items.push_back({chart.title, ChartPageSize(chart.sheet), [&](Canvas &canvas) {
+                                     PaintChartPage(canvas, chart.sheet, ChartTitle(chart.sheet),
+                                                    book.orientation, book.palette);
+                                 }});
+        pdf.parts.push_back(std::move(out));
+    }
+    return WritePdfBook(path, pdf);
 }
 
 } // namespace varnock::output

@@ -4,16 +4,23 @@
 // each root titled landscape pages with as many charts as stay readable
 // (cell text of 9 pt or more), and an outline of roots and their chords.
 
-#include "music/chartsheet.h"
 #include "chart/sheet.h"
 #include "export/spelling.h"
 #include "export/writers.h"
+#include "music/chartsheet.h"
 #include "music/degrees.h"
 
+#include <QSize>
 #include <QString>
+
+#include <functional>
 
 #include <string>
 #include <vector>
+
+namespace varnock {
+class Canvas;
+}
 
 namespace varnock::output {
 
@@ -64,5 +71,27 @@ Book MakeBook(const Instrument &instrument, const std::vector<int> &roots,
 
 // Returns the number of pages.
 int WriteBook(const FileName &path, const Book &book, Paper paper = Paper::A4);
+
+// A book as cairo writes it: a contents page whose entries link to the
+// parts, each part starting a page headed by its name, its items one under
+// another at one scale, as many to a page as fit, and an outline of parts
+// and items. The chord book and the fingering book are both one.
+struct PdfItem {
+    std::string title; // in the outline
+    QSize size;        // in the item's own pixels
+    std::function<void(Canvas &)> paint;
+};
+struct PdfPart {
+    std::string name;
+    std::vector<PdfItem> items;
+};
+struct PdfBook {
+    std::string title, subtitle; // the contents page's heading
+    std::vector<PdfPart> parts;
+    double width = 0, height = 0; // the page in points
+    double scale = 1;             // points per item pixel
+};
+// Returns the number of pages.
+int WritePdfBook(const FileName &path, const PdfBook &book);
 
 } // namespace varnock::output

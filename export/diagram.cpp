@@ -4,8 +4,10 @@
 #include "chart/sheet.h"
 #include "export/chartdoc.h"
 #include "export/writers.h"
+#include "music/errors.h"
 #include "music/layouts.h"
 #include "platform/basic.h"
+#include "platform/canvas.h"
 
 #include <QFontMetrics>
 #include <QImage>
@@ -13,7 +15,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -35,10 +36,6 @@ constexpr int kTextLine = 18;   // the degrees, then the frets as text
 constexpr int kCellGap = 22;
 constexpr int kMinRows = 4;
 constexpr double kDotRadius = 11;
-
-QColor Rgb(Color c) {
-    return QColor((c >> 16) & 0xFF, (c >> 8) & 0xFF, c & 0xFF);
-}
 
 std::size_t Strings(const Diagrams &d) {
     return d.fingerings.empty() ? 0 : d.fingerings.front().positions.size();
@@ -84,7 +81,7 @@ double GridTop(const Diagrams &d, std::size_t index) {
     return CellOrigin(d, index).y() + kMarkHeight;
 }
 
-void PaintOne(QPainter &p, const Diagrams &d, std::size_t index) {
+void PaintOne(Canvas &p, const Diagrams &d, std::size_t index) {
     const Fingering &f = d.fingerings[index];
     const Voicing &v = d.voicings[index];
     const std::size_t strings = Strings(d);
@@ -94,26 +91,23 @@ void PaintOne(QPainter &p, const Diagrams &d, std::size_t index) {
     const double right = StringX(d, index, d.leftHanded ? 0 : strings - 1);
     const double gridTop = GridTop(d, index);
     const double gridBottom = gridTop + rows * kFretGap;
+    constexpr Color kBlack = 0, kWhite = 0xFFFFFF, kCapo = 0x555555;
 
     QFont font = ListFont();
-    p.setFont(font);
+    p.SetFont(font);
     // Fret lines, then the strings over them.
-    p.setPen(QPen(Qt::black, 1));
+    p.SetColor(kBlack);
     for (int r = 0; r <= rows; ++r)
-        p.drawLine(QPointF(left, gridTop + r * kFretGap), QPointF(right, gridTop + r * kFretGap));
+        p.Line(QPointF(left, gridTop + r * kFretGap), QPointF(right, gridTop + r * kFretGap), 1);
     for (std::size_t s = 0; s < strings; ++s)
-        p.drawLine(QPointF(StringX(d, index, s), gridTop),
-                   QPointF(StringX(d, index, s), gridBottom));
+        p.Line(QPointF(StringX(d, index, s), gridTop), QPointF(StringX(d, index, s), gridBottom),
+               1);
     // The nut, or the capo as a bar across every string.
-    if (top == 0) {
-        p.fillRect(QRectF(left - 1, gridTop - 3, right - left + 2, 5), Qt::black);
-    } else if (top == d.capo) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(0x55, 0x55, 0x55));
-        p.drawRoundedRect(QRectF(left - 8, gridTop - 5, right - left + 16, 10), 5, 5);
-    }
+    if (top == 0)
+        p.FillRect(QRectF(left - 1, gridTop - 3, right - left + 2, 5), kBlack);
+    else if (top == d.capo)
+        p.FillRoundedRect(QRectF(left - 8, gridTop - 5, right - left + 16, 10), 5, kCapo);
     // The frets' names beside the rows, on the side away from the first string.
-    p.setPen(Qt::black);
     for (int r = 0; r < rows; ++r) {
         const int position = top + 1 + r;
         if (position > kLastPosition)
@@ -124,66 +118,58 @@ void PaintOne(QPainter &p, const Diagrams &d, std::size_t index) {
             d.leftHanded
                 ? QRectF(right + clear, gridTop + r * kFretGap, kLabelWidth - clear, kFretGap)
                 : QRectF(left - kLabelWidth, gridTop + r * kFretGap, kLabelWidth - clear, kFretGap);
-        p.drawText(box, (d.leftHanded ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
-                   QString::fromStdString(d.fretNames.at(static_cast<std::size_t>(position))));
+        p.Text(box, (d.leftHanded ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+               d.fretNames.at(static_cast<std::size_t>(position)));
     }
     if (top == d.capo && d.capo > 0) {
         QFont small = font;
         small.setBold(false);
         small.setPixelSize(10);
-        p.setFont(small);
+        p.SetFont(small);
         const QRectF box = d.leftHanded
                                ? QRectF(right + 10, gridTop - 16, kLabelWidth, 14)
                                : QRectF(left - kLabelWidth - 4, gridTop - 16, kLabelWidth, 14);
-        p.drawText(box, Qt::AlignCenter, QStringLiteral("capo"));
-        p.setFont(font);
+        p.Text(box, Qt::AlignCenter, "capo");
+        p.SetFont(font);
     }
     for (std::size_t s = 0; s < strings; ++s) {
         const QPointF centre = MarkCentre(d, index, s);
         const int position = f.positions[s];
-        if (position == kMuted || position == d.capo) {
-            p.setPen(QPen(Qt::black, 1.5));
-            p.setBrush(Qt::NoBrush);
-            if (position == kMuted) {
-                p.drawLine(centre + QPointF(-5, -5), centre + QPointF(5, 5));
-                p.drawLine(centre + QPointF(-5, 5), centre + QPointF(5, -5));
-            } else {
-                p.drawEllipse(centre, 5.5, 5.5);
-            }
+        if (position == kMuted) {
+            p.Line(centre + QPointF(-5, -5), centre + QPointF(5, 5), 1.5);
+            p.Line(centre + QPointF(-5, 5), centre + QPointF(5, -5), 1.5);
+        } else if (position == d.capo) {
+            p.StrokeCircle(centre, 5.5, 1.5);
         } else {
             const int tone = std::clamp(f.tones[s], 0, 3);
-            p.setPen(Qt::NoPen);
-            p.setBrush(Rgb(colors::kNote[tone]));
-            p.drawEllipse(centre, kDotRadius, kDotRadius);
-            p.setPen(Qt::white);
+            p.FillCircle(centre, kDotRadius, colors::kNote[tone]);
+            p.SetColor(kWhite);
             QFont dot = font;
             dot.setPixelSize(v.notes[s].size() > 2 ? 8 : 10);
-            p.setFont(dot);
-            p.drawText(QRectF(centre.x() - kDotRadius, centre.y() - kDotRadius, 2 * kDotRadius,
-                              2 * kDotRadius),
-                       Qt::AlignCenter, QString::fromStdString(v.notes[s]));
-            p.setFont(font);
+            p.SetFont(dot);
+            p.Text(QRectF(centre.x() - kDotRadius, centre.y() - kDotRadius, 2 * kDotRadius,
+                          2 * kDotRadius),
+                   Qt::AlignCenter, v.notes[s]);
+            p.SetFont(font);
+            p.SetColor(kBlack);
         }
         // The degree under the string.
-        p.setPen(Qt::black);
-        p.drawText(
+        p.Text(
             QRectF(StringX(d, index, s) - kStringGap / 2.0, gridBottom + 2, kStringGap, kTextLine),
-            Qt::AlignCenter, QString::fromStdString(v.degrees[s]));
+            Qt::AlignCenter, v.degrees[s]);
     }
-    // The frets as text, and what is left out.
-    // In the order the strings stand in the drawing.
-    std::vector<std::string> frets = v.frets;
-    if (d.leftHanded)
-        std::reverse(frets.begin(), frets.end());
-    std::string line = Join(frets, " ");
+    // The frets as text, and what is left out: first string first however
+    // the drawing stands, as --voicings prints them and --identify-frets
+    // takes them back.
+    std::string line = Join(v.frets, " ");
     if (!v.omitted.empty())
         line += "  (no " + Join(v.omitted, ", ") + ")";
     QFont plain = font;
     plain.setBold(false);
-    p.setFont(plain);
+    p.SetFont(plain);
     const QPoint origin = CellOrigin(d, index);
-    p.drawText(QRectF(origin.x(), gridBottom + 2 + kTextLine, CellSize(d).width(), kTextLine),
-               Qt::AlignCenter, QString::fromStdString(line));
+    p.Text(QRectF(origin.x(), gridBottom + 2 + kTextLine, CellSize(d).width(), kTextLine),
+           Qt::AlignCenter, line);
 }
 
 } // namespace
@@ -237,24 +223,42 @@ QPointF MarkCentre(const Diagrams &d, std::size_t index, std::size_t string) {
 
 void PaintDiagrams(QPainter &p, const Diagrams &d) {
     p.setRenderHint(QPainter::Antialiasing);
-    p.setFont(TitleFont());
-    p.setPen(Qt::black);
-    p.drawText(QRectF(kMargin, kMargin, DiagramsSize(d).width() - 2 * kMargin, kTitleHeight - 8),
-               Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(d.title));
+    PainterCanvas canvas(p);
+    PaintDiagrams(canvas, d);
+}
+
+void PaintDiagrams(Canvas &p, const Diagrams &d) {
+    p.SetFont(TitleFont());
+    p.SetColor(0);
+    p.Text(QRectF(kMargin, kMargin, DiagramsSize(d).width() - 2 * kMargin, kTitleHeight - 8),
+           Qt::AlignLeft | Qt::AlignVCenter, d.title);
     if (d.fingerings.empty()) {
         QFont plain = ListFont();
         plain.setBold(false);
-        p.setFont(plain);
-        p.drawText(QRectF(kMargin, kMargin + kTitleHeight, DiagramsSize(d).width() - 2 * kMargin,
-                          kTextLine),
-                   Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(d.none));
+        p.SetFont(plain);
+        p.Text(QRectF(kMargin, kMargin + kTitleHeight, DiagramsSize(d).width() - 2 * kMargin,
+                      kTextLine),
+               Qt::AlignLeft | Qt::AlignVCenter, d.none);
         return;
     }
     for (std::size_t i = 0; i < d.fingerings.size(); ++i)
         PaintOne(p, d, i);
 }
 
-void WriteDiagramsPng(const QString &path, const Diagrams &d, int scale) {
+namespace {
+
+// Past the limit no image is made: it would be a strip few viewers open.
+void CheckImageSize(const Diagrams &d) {
+    if (DiagramsSize(d).height() > kMostDiagramPixels)
+        throw BadInput(std::to_string(d.fingerings.size()) +
+                       " diagrams make an image taller than " + std::to_string(kMostDiagramPixels) +
+                       " pixels; ask for fewer with --count, or use --pdf");
+}
+
+} // namespace
+
+void WriteDiagramsPng(const FileName &path, const Diagrams &d, int scale) {
+    CheckImageSize(d);
     QImage image(DiagramsSize(d) * scale, QImage::Format_RGB32);
     image.fill(Qt::white);
     {
@@ -262,15 +266,16 @@ void WriteDiagramsPng(const QString &path, const Diagrams &d, int scale) {
         painter.scale(scale, scale);
         PaintDiagrams(painter, d);
     }
-    QSaveFile file(path);
+    OutputFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
         Fail(path, QStringLiteral("PNG encoding failed"));
     Commit(file);
 }
 
-void WriteDiagramsSvg(const QString &path, const Diagrams &d) {
-    QSaveFile file(path);
+void WriteDiagramsSvg(const FileName &path, const Diagrams &d) {
+    CheckImageSize(d);
+    OutputFile file(path);
     OpenForWriting(file);
     {
         QSvgGenerator svg;
@@ -284,11 +289,11 @@ void WriteDiagramsSvg(const QString &path, const Diagrams &d) {
             Fail(path, QStringLiteral("SVG generator failed"));
         PaintDiagrams(painter, d);
     }
-    Commit(file);
+    CommitSvg(file);
 }
 
-void WriteDiagramsPdf(const QString &path, const Diagrams &d, Paper paper) {
-    QSaveFile file(path);
+void WriteDiagramsPdf(const FileName &path, const Diagrams &d, Paper paper) {
+    OutputFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
@@ -302,86 +307,77 @@ void WriteDiagramsPdf(const QString &path, const Diagrams &d, Paper paper) {
         QPainter painter;
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
-        // At their own size, or smaller where the page has less room.
+        // At their own size, or smaller where a row is wider than the page;
+        // as many rows on a page as fit, and as many pages as they need.
         const QRect room = painter.viewport();
-        const double fit = std::min({static_cast<double>(room.width()) / size.width(),
-                                     static_cast<double>(room.height()) / size.height(), 1.0});
+        const double fit = std::min(static_cast<double>(room.width()) / size.width(), 1.0);
+        const int rowHeight = CellSize(d).height() + kCellGap;
+        const int rows = std::max(
+            1, static_cast<int>((room.height() / fit - 2 * kMargin - kTitleHeight + kCellGap) /
+                                rowHeight));
+        const std::size_t perPage = static_cast<std::size_t>(rows * kDiagramsPerRow);
         painter.scale(fit, fit);
-        PaintDiagrams(painter, d);
-    }
-    Commit(file);
-}
-
-int WriteFingeringBook(const QString &path, const std::string &title,
-                       const std::vector<FingeringBookPart> &parts) {
-    QSaveFile file(path);
-    OpenForWriting(file);
-    int pages = 0;
-    {
-        QPdfWriter pdf(&file);
-        SetupPdf(pdf, QString::fromStdString(title));
-        pdf.setPageSize(QPageSize(QPageSize::A4));
-        pdf.setPageMargins(QMarginsF(12, 12, 12, 12), QPageLayout::Millimeter);
-        QPainter painter;
-        if (!painter.begin(&pdf))
-            Fail(path, QStringLiteral("PDF writer failed"));
-        const QRect page = pdf.pageLayout().paintRectPixels(pdf.resolution());
-        QFont heading = ListFont();
-        heading.setPixelSize(20);
-        for (const FingeringBookPart &part : parts) {
-            if (pages++ > 0)
+        for (std::size_t first = 0; first == 0 || first < d.fingerings.size(); first += perPage) {
+            if (first > 0)
                 pdf.newPage();
-            painter.setFont(heading);
-            painter.setPen(Qt::black);
-            painter.drawText(QRectF(0, 0, page.width(), 30), Qt::AlignLeft | Qt::AlignVCenter,
-                             QString::fromStdString(part.heading));
-            double y = 40;
-            for (const Diagrams &chord : part.chords) {
-                const QSize size = DiagramsSize(chord);
-                if (y + size.height() > page.height()) {
-                    pdf.newPage();
-                    ++pages;
-                    painter.setFont(heading);
-                    painter.drawText(QRectF(0, 0, page.width(), 30),
-                                     Qt::AlignLeft | Qt::AlignVCenter,
-                                     QString::fromStdString(part.heading + " (continued)"));
-                    y = 40;
-                }
-                painter.save();
-                painter.translate(0, y);
-                // Wider than the page (many strings or many fingerings): shrink to fit.
-                if (size.width() > page.width())
-                    painter.scale(page.width() / double(size.width()),
-                                  page.width() / double(size.width()));
-                PaintDiagrams(painter, chord);
-                painter.restore();
-                y += size.height() * std::min(1.0, page.width() / double(size.width()));
-            }
+            Diagrams page = d;
+            if (first > 0)
+                page.title += " (continued)";
+            const std::size_t last = std::min(d.fingerings.size(), first + perPage);
+            page.fingerings.assign(d.fingerings.begin() + static_cast<std::ptrdiff_t>(first),
+                                   d.fingerings.begin() + static_cast<std::ptrdiff_t>(last));
+            const auto voicing = [&](std::size_t i) {
+                return d.voicings.begin() +
+                       static_cast<std::ptrdiff_t>(std::min(i, d.voicings.size()));
+            };
+            page.voicings.assign(voicing(first), voicing(last));
+            PaintDiagrams(painter, page);
         }
-        if (pages == 0)
-            ++pages;
     }
     Commit(file);
-    return pages;
 }
 
-int WriteFingeringBook(const QString &path, const Book &book,
+int WriteFingeringBook(const FileName &path, const std::string &title,
+                       const std::string &instrument, const std::vector<FingeringBookPart> &parts,
+                       Paper paper) {
+    // Portrait, each chord's diagrams at their size on screen (96 to the
+    // inch), smaller only where a set is wider than the page.
+    PdfBook book{title,
+                 instrument,
+                 {},
+                 paper == Paper::A4 ? 595.0 : 612.0,
+                 paper == Paper::A4 ? 842.0 : 792.0,
+                 72.0 / kResolution};
+    constexpr double kMargins = 60;
+    for (const FingeringBookPart &part : parts)
+        for (const Diagrams &chord : part.chords)
+            book.scale =
+                std::min(book.scale, (book.width - kMargins) / DiagramsSize(chord).width());
+    for (const FingeringBookPart &part : parts) {
+        PdfPart out{part.heading, {}};
+        for (const Diagrams &chord : part.chords)
+            out.items.push_back({chord.title, DiagramsSize(chord),
+                                 [&chord](Canvas &canvas) { PaintDiagrams(canvas, chord); }});
+        book.parts.push_back(std::move(out));
+    }
+    return WritePdfBook(path, book);
+}
+
+int WriteFingeringBook(const FileName &path, const Book &book,
                        const std::vector<std::string> &fretNames, Limits limits, bool countGiven,
-                       bool leftHanded) {
+                       bool leftHanded, Paper paper) {
     if (!countGiven)
         limits.count = 4;
-    const std::string capo =
-        limits.capo > 0 ? ", capo at " + fretNames.at(static_cast<std::size_t>(limits.capo)) : "";
     std::vector<FingeringBookPart> parts;
     for (const BookPart &part : book.parts) {
-        FingeringBookPart out{part.name + " - " + book.instrument + capo, {}};
+        FingeringBookPart out{part.name, {}};
         for (const BookChart &chart : part.charts)
             out.chords.push_back(MakeDiagrams(ChordTitle(chart.sheet),
                                               FindVoicings(chart.sheet, fretNames, limits),
                                               fretNames, limits.capo, leftHanded));
         parts.push_back(std::move(out));
     }
-    return WriteFingeringBook(path, "Fingerings - " + book.instrument + capo, parts);
+    return WriteFingeringBook(path, "Fingering book", book.instrument, parts, paper);
 }
 
 } // namespace varnock::output

@@ -23,6 +23,16 @@ std::vector<int> Distinct(const std::vector<int> &notes) {
     return distinct;
 }
 
+std::string Named(const std::string &name, catalogue::NameSystem system) {
+    return catalogue::Translate(name, catalogue::NameSystem::English, system);
+}
+
+std::vector<std::string> Named(std::vector<std::string> names, catalogue::NameSystem system) {
+    for (std::string &name : names)
+        name = Named(name, system);
+    return names;
+}
+
 std::vector<std::string> Names(const std::vector<int> &notes, Spelling spelling) {
     std::vector<std::string> names;
     for (const int n : notes)
@@ -33,11 +43,11 @@ std::vector<std::string> Names(const std::vector<int> &notes, Spelling spelling)
 } // namespace
 
 std::string IdentifyText(const std::vector<int> &notes, Spelling spelling,
-                         const std::vector<std::string> &typed) {
+                         const std::vector<std::string> &typed, catalogue::NameSystem system) {
     const std::vector<Match> matches = Identify(notes);
     if (matches.empty())
-        return "No chord type holds the notes " + Join(Names(Distinct(notes), spelling), " ") +
-               ".\n";
+        return "No chord type holds the notes " +
+               Join(Named(Names(Distinct(notes), spelling), system), " ") + ".\n";
     std::string out;
     for (const Match &match : matches) {
         // A typed root stays as typed where the chord spelled from it names
@@ -49,16 +59,17 @@ std::string IdentifyText(const std::vector<int> &notes, Spelling spelling,
         if ((spelling == Spelling::Chord || spelling == Spelling::Musician) &&
             root != typed.end()) {
             const std::string name = SpellingRoot(*root);
-            out += name + " " +
+            out += Named(name, system) + " " +
                    std::string(catalogue::kChordTypes[static_cast<std::size_t>(match.chord)].name) +
-                   ": " + Join(SpellChord(name, match.chord), " ") + "\n";
+                   ": " + Join(Named(SpellChord(name, match.chord), system), " ") + "\n";
         } else
-            out += FormatMatch(match, spelling) + "\n";
+            out += FormatMatch(match, spelling, system) + "\n";
     }
     return out;
 }
 
-std::string IdentifyFretsText(const ChartSheet &sheet, const std::string &list, Spelling spelling) {
+std::string IdentifyFretsText(const ChartSheet &sheet, const std::string &list, Spelling spelling,
+                              catalogue::NameSystem system) {
     std::vector<int> sounding;
     try {
         sounding = NotesAtFrets(ParseFretList(list, static_cast<int>(sheet.StringCount())),
@@ -79,10 +90,10 @@ std::string IdentifyFretsText(const ChartSheet &sheet, const std::string &list, 
                 if (catalogue::ParseNote(name) == notes[i])
                     names[i] = name;
     }
-    std::string out = "Notes: " + (notes.empty() ? "none" : Join(names, " ")) + "\n";
+    std::string out = "Notes: " + (notes.empty() ? "none" : Join(Named(names, system), " ")) + "\n";
     if (notes.size() < 2)
         return out + "A chord needs two different notes or more.\n";
-    return out + IdentifyText(notes, spelling);
+    return out + IdentifyText(notes, spelling, {}, system);
 }
 
 } // namespace varnock::output

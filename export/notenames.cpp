@@ -41,14 +41,6 @@ std::string NameWords(const std::string &words, NameSystem system) {
 
 } // namespace
 
-NameSystem ResolveNames(const std::optional<std::string> &text) {
-    if (!text)
-        return NameSystem::English;
-    if (const auto system = cat::FindNameSystem(*text))
-        return *system;
-    throw BadInput("unknown note names \"" + *text + "\"; accepted: english, german, latin");
-}
-
 ChartSheet Named(const ChartSheet &sheet, NameSystem system) {
     if (system == NameSystem::English)
         return sheet;
@@ -82,40 +74,6 @@ Book Named(Book book, NameSystem system) {
         }
     }
     return book;
-}
-
-std::string NamedAnswer(const std::string &text, NameSystem system) {
-    if (system == NameSystem::English)
-        return text;
-    static const std::string kNone = "No chord type holds the notes ";
-    std::string out;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        auto end = text.find('\n', start);
-        if (end == std::string::npos)
-            end = text.size();
-        std::string line = text.substr(start, end - start);
-        if (const auto bar = line.find(" | "); bar != std::string::npos) {
-            // A fingering: "frets | notes | degrees [| without ...]".
-            const auto notesEnd = line.find(" | ", bar + 3);
-            line = line.substr(0, bar + 3) +
-                   NameWords(line.substr(bar + 3, notesEnd - bar - 3), system) +
-                   (notesEnd == std::string::npos ? "" : line.substr(notesEnd));
-        } else if (line.find(": no fingering") != std::string::npos) {
-            line = Name(line.substr(0, line.find(' ')), system) + line.substr(line.find(' '));
-        } else if (line.starts_with(kNone)) {
-            line = kNone + NameWords(line.substr(kNone.size()), system);
-        } else if (const auto colon = line.find(": "); colon != std::string::npos) {
-            // "D Maj: D F# A" names its root first; "Notes: ..." does not.
-            std::string head = line.substr(0, colon);
-            if (head != "Notes" && head.find(' ') != std::string::npos)
-                head = Name(head.substr(0, head.find(' ')), system) + head.substr(head.find(' '));
-            line = head + ": " + NameWords(line.substr(colon + 2), system);
-        }
-        out += line + (end < text.size() ? "\n" : "");
-        start = end + 1;
-    }
-    return out;
 }
 
 } // namespace varnock::output

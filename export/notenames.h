@@ -5,9 +5,9 @@
 // the chosen system on the way in, and every sheet, book and answer is
 // written in it on the way out, so no writer needs to know.
 
-#include "chart/chartsheet.h"
 #include "export/book.h"
 #include "music/catalogue.h"
+#include "music/chartsheet.h"
 
 #include <optional>
 #include <string>
@@ -18,16 +18,9 @@ using namespace music;
 
 using catalogue::NameSystem;
 
-// "english" (also when absent), "german" or "latin" in any case; BadInput otherwise.
-NameSystem ResolveNames(const std::optional<std::string> &text);
-
 // The sheet with every note (chart cells, notes table, colour keys, root
 // item) named in the system; the cells keep their colours.
 ChartSheet Named(const ChartSheet &sheet, NameSystem system);
 Book Named(Book book, NameSystem system);
-
-// An answer in lines ("D Maj: D F# A", "Notes: D B F#", "No chord type holds
-// the notes ...") with its note names in the system.
-std::string NamedAnswer(const std::string &text, NameSystem system);
 
 } // namespace varnock::output

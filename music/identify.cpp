@@ -51,7 +51,7 @@ std::vector<Match> Identify(const std::vector<int> &notes) {
     return exact;
 }
 
-std::string FormatMatch(const Match &match, Spelling spelling) {
+std::string FormatMatch(const Match &match, Spelling spelling, cat::NameSystem system) {
     if (match.chord < 0 || match.chord >= cat::kChordTypeCount)
         throw BadInput("chord index " + std::to_string(match.chord) + " is outside 0..31");
     const cat::Offsets offsets = cat::ChordOffsets(match.chord);
@@ -67,8 +67,14 @@ std::string FormatMatch(const Match &match, Spelling spelling) {
             names.push_back(spelling == Spelling::Flats ? cat::FlatName(n) : cat::SharpName(n));
         }
     }
-    return root + " " + std::string(cat::kChordTypes[static_cast<std::size_t>(match.chord)].name) +
-           ": " + Join(names, " ");
+    const auto named = [system](const std::string &name) {
+        return cat::Translate(name, cat::NameSystem::English, system);
+    };
+    for (std::string &name : names)
+        name = named(name);
+    return named(root) + " " +
+           std::string(cat::kChordTypes[static_cast<std::size_t>(match.chord)].name) + ": " +
+           Join(names, " ");
 }
 
 std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings) {

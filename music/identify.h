@@ -3,6 +3,7 @@
 // Naming a chord from its notes, and the notes a fret list sounds. No Qt.
 // A note index counts semitones above A, 0..11.
 
+#include "music/catalogue.h"
 #include "music/degrees.h"
 
 #include <optional>
@@ -27,7 +28,9 @@ std::vector<Match> Identify(const std::vector<int> &notes);
 // "D Maj: D F# A": root, chord name, the notes in formula order. The root is a
 // flat name for Flats, a sharp name for Sharps, and PlainRoot's name for Chord
 // and Musician, which spell the chord by degree from it.
-std::string FormatMatch(const Match &match, Spelling spelling);
+// In the name system given.
+std::string FormatMatch(const Match &match, Spelling spelling,
+                        catalogue::NameSystem system = catalogue::NameSystem::English);
 
 // "4,x,2" gives {4, nullopt, 2}: one entry per string, a position 0..22 or
 // x/X for a string not played. BadInput for a bad entry or the wrong count.

@@ -1,9 +1,11 @@
 #include "platform/basic.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace varnock {
 
@@ -149,6 +151,40 @@ std::string Join(const std::vector<std::string> &parts, const std::string &separ
     for (std::size_t i = 0; i < parts.size(); ++i)
         out += (i ? separator : "") + parts[i];
     return out;
+}
+
+std::string FoldWord(const std::string &text) {
+    // U+00C0..U+00FF, C3 80..C3 BF in UTF-8, by their plain letters; '_'
+    // for the ones without.
+    static constexpr std::string_view kPlain =
+        "aaaaaa_ceeeeiiii_nooooo_ouuuuy__aaaaaa_ceeeeiiii_nooooo_ouuuuy_y";
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
+        if (text[i] == '\xC3' && next >= 0x80 && next <= 0xBF && kPlain[next - 0x80] != '_') {
+            out += kPlain[next - 0x80];
+            ++i;
+        } else {
+            out += text[i] == '_' || text[i] == ' ' ? '-' : Lower(text[i]);
+        }
+    }
+    return out;
+}
+
+std::size_t EditDistance(const std::string &a, const std::string &b) {
+    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t i = 0; i <= a.size(); ++i)
+        d[i][0] = i;
+    for (std::size_t j = 0; j <= b.size(); ++j)
+        d[0][j] = j;
+    for (std::size_t i = 1; i <= a.size(); ++i)
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            d[i][j] = std::min(
+                {d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + (a[i - 1] != b[j - 1])});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+        }
+    return d[a.size()][b.size()];
 }
 
 std::vector<std::string> SplitList(const std::string &text) {

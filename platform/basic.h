@@ -119,4 +119,11 @@ std::string Join(const std::vector<std::string> &parts, const std::string &separ
 // "a, b , c" as its entries trimmed of spaces; "" gives one empty entry.
 std::vector<std::string> SplitList(const std::string &text);
 
+// A word as compared with what a hurried player types: ASCII letters in lower
+// case, the accented Latin letters as their plain ones ("R\u00e9" is "re"), and
+// '_' and blanks as '-'.
+std::string FoldWord(const std::string &text);
+// Insertions, deletions, substitutions and swaps of two neighbours each count one.
+std::size_t EditDistance(const std::string &a, const std::string &b);
+
 } // namespace varnock

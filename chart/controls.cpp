@@ -54,14 +54,14 @@ constexpr ColumnNames kChromaticNames = Columns(3, true);
 // has always shown.
 constexpr bool Shows(const ColumnNames &names, std::string_view line) {
     std::string_view rest = line;
-    for (int c = 0; c < 23; ++c) {
+    for (int c = 0; c < music::kPositions; ++c) {
         const std::string_view name = names[static_cast<std::size_t>(c)].View();
         if (!rest.starts_with(name))
             return false;
         rest.remove_prefix(name.size());
-        if (c < 22 && !rest.starts_with(' '))
+        if (c < music::kLastPosition && !rest.starts_with(' '))
             return false;
-        rest.remove_prefix(c < 22 ? 1 : 0);
+        rest.remove_prefix(c < music::kLastPosition ? 1 : 0);
     }
     return rest.empty();
 }

@@ -10,8 +10,6 @@ using namespace music;
 
 namespace {
 
-constexpr int kLastPosition = 22;
-
 std::string Trimmed(std::string text) {
     text.erase(0, text.find_first_not_of(' '));
     text.erase(text.find_last_not_of(' ') + 1);

@@ -13,7 +13,8 @@ namespace {
 
 const FretLayout &CheckedLayout(int mode) {
     if (mode < 0 || mode >= kLayoutCount)
-        throw std::invalid_argument("fret layout " + std::to_string(mode) + " outside 0..5");
+        throw std::invalid_argument("fret layout " + std::to_string(mode) + " outside 0.." +
+                                    std::to_string(kLayoutCount - 1));
     return Layout(mode);
 }
 

@@ -34,11 +34,11 @@ struct ChordTone {
 };
 
 struct Limits {
-    int reach = 3;        // largest distance between fretted strings' positions
-    int highest = 22;     // highest position used; the caller resolves its default
-    bool mutedOk = false; // a string may be left unplayed
-    int count = 10;       // how many fingerings to return at most
-    int capo = 0;         // the position that acts as the nut; 0 for none
+    int reach = 3;               // largest distance between fretted strings' positions
+    int highest = kLastPosition; // highest position used; the caller resolves its default
+    bool mutedOk = false;        // a string may be left unplayed
+    int count = 10;              // how many fingerings to return at most
+    int capo = 0;                // the position that acts as the nut; 0 for none
 };
 
 struct Fingering {

@@ -95,7 +95,8 @@ std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings
         if (error == std::errc::invalid_argument || end != entry.data() + entry.size())
             throw BadInput("position \"" + entry + "\" is not a number or x");
         if (error == std::errc::result_out_of_range || p < 0 || p > kLastPosition)
-            throw BadInput("position \"" + entry + "\" is outside 0..22");
+            throw BadInput("position \"" + entry + "\" is outside 0.." +
+                           std::to_string(kLastPosition));
         positions.push_back(p);
     }
     if (static_cast<int>(positions.size()) != strings)
@@ -108,8 +109,9 @@ std::vector<std::optional<int>> ParseFretList(std::string_view text, int strings
 
 std::vector<int> NotesAtFrets(const std::vector<std::optional<int>> &positions, int mode,
                               const std::vector<int> &openNotes) {
-    if (mode < 0 || mode > 5)
-        throw BadInput("fret layout " + std::to_string(mode) + " is outside 0..5");
+    if (mode < 0 || mode >= kLayoutCount)
+        throw BadInput("fret layout " + std::to_string(mode) + " is outside 0.." +
+                       std::to_string(kLayoutCount - 1));
     if (positions.size() != openNotes.size())
         throw BadInput(std::to_string(positions.size()) + " positions for " +
                        std::to_string(openNotes.size()) + " strings");
@@ -119,7 +121,8 @@ std::vector<int> NotesAtFrets(const std::vector<std::optional<int>> &positions, 
         if (!positions[s])
             continue;
         if (*positions[s] < 0 || *positions[s] > kLastPosition)
-            throw BadInput("position " + std::to_string(*positions[s]) + " is outside 0..22");
+            throw BadInput("position " + std::to_string(*positions[s]) + " is outside 0.." +
+                           std::to_string(kLastPosition));
         notes.push_back(cat::Mod12(FretSemitones(layout, *positions[s]) + openNotes[s]));
     }
     return notes;

@@ -4,6 +4,7 @@
 #include "chart/sheet.h"
 #include "cli/names.h"
 #include "cli/options.h"
+#include "cli_select.h"
 #include "export/book.h"
 #include "export/chartdoc.h"
 #include "export/writers.h"
@@ -21,7 +22,6 @@
 
 #include <regex>
 #include <set>
-#include <sstream>
 
 using namespace varnock;
 using namespace testsupport;
@@ -30,7 +30,7 @@ namespace {
 
 // The window set as the command's arguments ask.
 void Select(Window1 &w, const std::vector<std::string> &args) {
-    cli::Apply(w, cli::Resolve(cli::ParseArguments(args)));
+    Apply(w, cli::Resolve(cli::ParseArguments(args)));
 }
 
 QStringList Args(const std::vector<std::string> &args) {
@@ -149,13 +149,14 @@ const Name kNames[] = {
     {"--root", "Cx", 5, nullptr},
     {"--root", "F# /", -1, "\"F# /\""},
     {"--chord", "maj7", 2, nullptr},
-    {"--chord", "Maj7", -1, "did you mean \"maj7\""},
-    {"--chord", "dim7", -1, "did you mean \"Dim7\""},
+    {"--chord", "Maj7", 2, nullptr},
+    {"--chord", "dim7", 6, nullptr},
+    {"--chord", "M7", -1, "did you mean \"maj7\""},
     {"--frets", "diatonic with 6+", 1, nullptr},
     {"--frets", "3", 3, nullptr},
-    {"--tuning", "E#,A,D", 3, nullptr},
-    {"--tuning", "F\u266F,A,D", 4, nullptr},
-    {"--tuning", "Eb,Bb,Eb", 1, nullptr},
+    {"--tuning", "E#,A,D", 8, nullptr},
+    {"--tuning", "F\u266F,A,D", 9, nullptr},
+    {"--tuning", "Eb,Bb,Eb", 6, nullptr},
     {"--tuning", "D,A", -1, "3 or 4"},
 };
 
@@ -291,12 +292,12 @@ TEST(ChartCommand, PngAtOneTimesEqualsTheWindowsGrab) {
     const QPoint at = w->ControlView("Listbox2")->pos() - w->ControlView("Listbox1")->pos();
     EXPECT_EQ(image.copy(QRect(at, notes.size())), notes);
     const QString big = dir.filePath(QStringLiteral("big.png"));
-    ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--scale", "2"}).status, 0);
+    ASSERT_EQ(RunChart({"--root", "D", "--window-image", big, "--pixel-scale", "2"}).status, 0);
     EXPECT_EQ(QImage(big).size(), image.size() * 2);
-    // Whatever the exports' spelling, the window's image keeps the window's names.
+    // The window's image keeps the window's names: Eb is D# there.
     const std::vector<std::string> eb = {
-        "--frets", "Chromatic", "--tuning",   "D,A,D,G", "--root",         "Eb",
-        "--chord", "7",         "--spelling", "flats",   "--window-image", png.toStdString()};
+        "--frets", "Chromatic", "--tuning", "D,A,D,G",        "--root",
+        "Eb",      "--chord",   "7",        "--window-image", png.toStdString()};
     Select(*w, eb);
     const Outcome eb7 = RunChart(Args(eb));
     ASSERT_EQ(eb7.status, 0) << eb7.err;
@@ -397,6 +398,16 @@ TEST(ChartCommand, BookHasLinkedContentsAnOutlineAndReadableCells) {
     ASSERT_EQ(letter.status, 0) << letter.err;
     EXPECT_NE(ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 792 612 ]"), std::string::npos);
     EXPECT_GE(ReadableCount(book, 2, {"bb7"}), 3);
+    // The fingering book is made as the chord book is, on portrait pages.
+    const Outcome fingerings = RunChart({"--book", book, "--voicings", "--roots", "D, Gb",
+                                         "--chords", "Maj,m", "--paper", "letter"});
+    ASSERT_EQ(fingerings.status, 0) << fingerings.err;
+    const PdfStructure diagrams = ReadStructure(book);
+    EXPECT_EQ(diagrams.pages, 3);
+    EXPECT_EQ(diagrams.outline, (std::vector<std::string>{"D 2", "  D Maj 2", "  D m 2", "Gb 3",
+                                                          "  Gb Maj 3", "  Gb m 3"}));
+    EXPECT_EQ(diagrams.firstPageLinks, (std::vector<int>{2, 3}));
+    EXPECT_NE(ReadBytes(book.toStdString()).find("/MediaBox [ 0 0 612 792 ]"), std::string::npos);
 }
 
 TEST(ChartCommand, PdfIsATitledPageOfThePaperAsked) {
@@ -466,48 +477,4 @@ TEST(ChartCommand, FromSettingsReadsTheSavedInstrumentAndWritesNothing) {
     const Outcome three =
         RunChart({"--from-settings", "--strings", "3", "--tuning", "D,A,D", "--tsv"});
     EXPECT_EQ(std::count(three.out.begin(), three.out.end(), '\n'), 5);
-}
-
-// The completion and the manual page are written by hand; they must name
-// exactly the options of the table, and the completion the catalogue's names.
-TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
-    std::set<std::string> table;
-    for (const cli::OptionSpec &entry : cli::OptionTable()) {
-        table.insert(std::string(entry.name));
-        if (!entry.shortName.empty())
-            table.insert(std::string(entry.shortName));
-    }
-    const std::string bash =
-        ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.bash");
-    const auto words = [&](const std::string &from, const std::string &to) {
-        const auto start = bash.find(from) + from.size();
-        std::istringstream in(bash.substr(start, bash.find(to, start) - start));
-        std::vector<std::string> out;
-        for (std::string w; in >> w;)
-            if (w != "\\")
-                out.push_back(w);
-        return out;
-    };
-    const auto offered = words("_varnock_chart_offer \"$cur\" -h", "\n    fi");
-    std::set<std::string> completion(offered.begin(), offered.end());
-    completion.insert("-h");
-    EXPECT_EQ(completion, table);
-    EXPECT_EQ(words("local chords=(", ")"), cli::FindOption("--chord")->accepted());
-    EXPECT_EQ(words("local notes=(", ")"), cli::FindOption("--root")->accepted());
-
-    const std::string man =
-        ReadBytes(std::string(VARNOCK_SOURCE_DIR) + "/resources/varnock-chart.1");
-    const std::regex option(R"((\\-)+[A-Za-z0-9](\\-|[A-Za-z0-9])*)");
-    std::set<std::string> listed;
-    std::istringstream lines(man);
-    for (std::string line, previous; std::getline(lines, line); previous = line) {
-        if (previous != ".TP")
-            continue;
-        // ".BI \-\-root " note"", ".BR \-o ", " \-\-output ...": each option named.
-        for (auto it = std::sregex_iterator(line.begin(), line.end(), option);
-             it != std::sregex_iterator(); ++it)
-            listed.insert(std::regex_replace(it->str(), std::regex(R"(\\-)"), "-"));
-    }
-    EXPECT_EQ(listed, table);
-    EXPECT_NE(man.find(".B 3\n"), std::string::npos) << "every exit status is listed";
 }

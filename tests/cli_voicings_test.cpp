@@ -236,7 +236,7 @@ TEST(Diagrams, DotsStandWhereTheFingeringPutsThem) {
 }
 
 // The other files: SVG with the title, a one-page PDF, and a fingering book
-// that starts a page for each root.
+// with its contents page, a page for each root and an outline.
 TEST(Diagrams, SvgPdfAndTheFingeringBook) {
     QTemporaryDir dir;
     const auto path = [&](const char *name) { return dir.filePath(QString::fromLatin1(name)); };
@@ -253,7 +253,7 @@ TEST(Diagrams, SvgPdfAndTheFingeringBook) {
          "<?xml",
          "<title>D Maj: D F# A - Diatonic, 3 strings D A D, capo at 2</title>"},
         {"--pdf", "v.pdf", {"--root", "D"}, "%PDF", "/Count 1\n"},
-        {"--book", "b.pdf", {"--roots", "D,G", "--chords", "Maj,m"}, "%PDF", "/Count 2\n"},
+        {"--book", "b.pdf", {"--roots", "D,G", "--chords", "Maj,m"}, "%PDF", "/Type /Outlines"},
     };
     for (const Row &row : rows) {
         const Outcome run =

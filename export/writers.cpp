@@ -3,29 +3,31 @@
 #include "export/chartdoc.h"
 #include "music/errors.h"
 
+#include <QFontInfo>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
+
+#include <map>
 
 namespace varnock::output {
 
 using namespace music;
 
-void Fail(const QString &path, const QString &why) {
-    throw WriteFailed("cannot write " + path.toStdString() + ": " + why.toStdString());
+void Fail(const FileName &path, const QString &why) {
+    throw WriteFailed("cannot write " + path.bytes + ": " + why.toStdString());
 }
 
-void OpenForWriting(QSaveFile &file) {
+void OpenForWriting(OutputFile &file) {
     if (!file.open(QIODevice::WriteOnly))
-        Fail(file.fileName(), file.errorString());
+        Fail(file.Name(), file.errorString());
 }
 
-void Commit(QSaveFile &file) {
-    if (!file.commit())
-        Fail(file.fileName(), file.errorString());
+void Commit(OutputFile &file) {
+    file.close();
+    Deliver(file.Name(), file.data().toStdString());
 }
 
 void SetupPdf(QPdfWriter &pdf, const QString &title) {
@@ -34,19 +36,38 @@ void SetupPdf(QPdfWriter &pdf, const QString &title) {
     pdf.setResolution(kResolution);
 }
 
-void WriteTextFile(const QString &path, const std::string &bytes) {
-    QSaveFile file(path);
-    OpenForWriting(file);
-    if (file.write(bytes.data(), static_cast<qint64>(bytes.size())) !=
-        static_cast<qint64>(bytes.size()))
-        Fail(path, file.errorString());
-    Commit(file);
+void WriteTextFile(const FileName &path, const std::string &bytes) {
+    Deliver(path, bytes);
+}
+
+void CommitSvg(OutputFile &file) {
+    // Qt names the family it was asked for ("Sans Serif" when no desktop
+    // chose one), which CSS does not know: a viewer without it may take a
+    // serif face. Name the face drawn, then the generic family.
+    file.close();
+    std::string svg = file.data().toStdString();
+    const std::string attribute = "font-family=\"";
+    std::map<std::string, std::string> named;
+    for (auto at = svg.find(attribute); at != std::string::npos; at = svg.find(attribute, at)) {
+        at += attribute.size();
+        const auto end = svg.find('"', at);
+        if (end == std::string::npos)
+            break;
+        const std::string family = svg.substr(at, end - at);
+        std::string &face = named[family];
+        if (face.empty())
+            face = "'" + QFontInfo(QFont(QString::fromStdString(family))).family().toStdString() +
+                   "', sans-serif";
+        svg.replace(at, end - at, face);
+        at += face.size() + 1;
+    }
+    Deliver(file.Name(), std::move(svg));
 }
 
 namespace {
 
-void SavePng(const QString &path, const QImage &image) {
-    QSaveFile file(path);
+void SavePng(const FileName &path, const QImage &image) {
+    OutputFile file(path);
     OpenForWriting(file);
     if (!image.save(&file, "PNG"))
         Fail(path, QStringLiteral("PNG encoding failed"));
@@ -55,12 +76,12 @@ void SavePng(const QString &path, const QImage &image) {
 
 } // namespace
 
-void WriteWindowImage(const QString &path, const ChartSheet &sheet, int scale) {
+void WriteWindowImage(const FileName &path, const ChartSheet &sheet, int scale) {
     SavePng(path, RenderSheet(sheet, scale));
 }
 
-void WritePng(const QString &path, const ChartSheet &sheet, int scale, ChartOrientation orientation,
-              Palette palette) {
+void WritePng(const FileName &path, const ChartSheet &sheet, int scale,
+              ChartOrientation orientation, Palette palette) {
     SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation, palette));
 }
 
@@ -86,9 +107,9 @@ Paper ResolvePaper(const std::optional<std::string> &text) {
     throw BadInput("unknown paper \"" + *text + "\"; accepted: a4, letter");
 }
 
-void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+void WriteSvg(const FileName &path, const ChartSheet &sheet, ChartOrientation orientation,
               Palette palette) {
-    QSaveFile file(path);
+    OutputFile file(path);
     OpenForWriting(file);
     {
         QSvgGenerator svg;
@@ -104,12 +125,12 @@ void WriteSvg(const QString &path, const ChartSheet &sheet, ChartOrientation ori
             Fail(path, QStringLiteral("SVG generator failed"));
         PaintChartPage(painter, sheet, ChartTitle(sheet), orientation, palette);
     }
-    Commit(file);
+    CommitSvg(file);
 }
 
-void WritePdf(const QString &path, const ChartSheet &sheet, ChartOrientation orientation,
+void WritePdf(const FileName &path, const ChartSheet &sheet, ChartOrientation orientation,
               Paper paper, Palette palette) {
-    QSaveFile file(path);
+    OutputFile file(path);
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);

@@ -124,6 +124,39 @@ void Graphics::FillVerticalGradient(double x, double y, double width, double hei
     FillClipped(rect, gradient);
 }
 
+namespace {
+
+// The copies of each shared surface painted so far into one page or group.
+using PaintCounts = std::map<std::string, int>;
+const cairo_user_data_key_t kPaintCounts{};
+
+PaintCounts &Counts(cairo_surface_t *target) {
+    auto *counts = static_cast<PaintCounts *>(cairo_surface_get_user_data(target, &kPaintCounts));
+    if (!counts) {
+        counts = new PaintCounts;
+        cairo_surface_set_user_data(target, &kPaintCounts, counts,
+                                    [](void *p) { delete static_cast<PaintCounts *>(p); });
+    }
+    return *counts;
+}
+
+} // namespace
+
+cairo_surface_t *SharedSurface(cairo_t *cairo, const std::string &key,
+                               const std::function<cairo_surface_t *()> &make) {
+    static std::map<std::pair<std::string, int>, cairo_surface_t *> copies;
+    const int copy = Counts(cairo_get_target(cairo))[key]++;
+    cairo_surface_t *&surface = copies[{key, copy}];
+    if (!surface)
+        surface = make();
+    return surface;
+}
+
+void ShowPage(cairo_t *cairo) {
+    cairo_show_page(cairo);
+    Counts(cairo_get_target(cairo)).clear();
+}
+
 bool DrawsPdf(const QPainter &painter) {
     return EngineType(painter) == QPaintEngine::Pdf;
 }
@@ -149,13 +182,14 @@ void DrawSharedPicture(QPainter &painter, QPoint at, QSize size, std::uint64_t k
 
 void Graphics::DrawShared(std::uint64_t key, const std::function<void(Graphics &)> &draw) {
     if (cairo_ && engine_ == QPaintEngine::Pdf) {
-        // One surface per picture for the life of the program: the PDF
-        // surface stores each surface it is given once.
-        static std::map<std::tuple<std::uint64_t, int, int>, cairo_surface_t *> pictures;
-        cairo_surface_t *&picture = pictures[{key, cell_.width(), cell_.height()}];
-        if (!picture) {
-            picture = cairo_image_surface_create(CAIRO_FORMAT_RGB24, cell_.width(), cell_.height());
-            cairo_t *onPicture = cairo_create(picture);
+        // The PDF surface stores each picture once however often it is drawn.
+        const std::string name = "picture " + std::to_string(key) + " " +
+                                 std::to_string(cell_.width()) + "x" +
+                                 std::to_string(cell_.height());
+        cairo_surface_t *picture = SharedSurface(cairo_, name, [&] {
+            cairo_surface_t *made =
+                cairo_image_surface_create(CAIRO_FORMAT_RGB24, cell_.width(), cell_.height());
+            cairo_t *onPicture = cairo_create(made);
             cairo_set_antialias(onPicture, CAIRO_ANTIALIAS_NONE);
             cairo_set_source_rgb(onPicture, 1, 1, 1);
             cairo_paint(onPicture);
@@ -164,7 +198,8 @@ void Graphics::DrawShared(std::uint64_t key, const std::function<void(Graphics &
                 draw(graphics);
             }
             cairo_destroy(onPicture);
-        }
+            return made;
+        });
         cairo_save(cairo_);
         cairo_set_source_surface(cairo_, picture, cell_.left(), cell_.top());
         // Each picture pixel stays one block of colour, as on the screen.

@@ -16,6 +16,7 @@
 
 class QPainter;
 typedef struct _cairo cairo_t;
+typedef struct _cairo_surface cairo_surface_t;
 
 namespace varnock {
 
@@ -36,6 +37,17 @@ bool DrawsPdf(const QPainter &painter);
 // is drawn. Drawn losslessly, so its colours stay exact.
 void DrawSharedPicture(QPainter &painter, QPoint at, QSize size, std::uint64_t key,
                        const std::function<void(QPainter &)> &draw);
+
+// cairo 1.16's PDF surface names a surface in the resources of the page or
+// group it is painted on once for every paint, and resources that name one
+// object twice make a damaged PDF. So a surface meant to be painted many
+// times is kept as copies: the nth paint into one page or group takes the
+// nth copy, which `make` draws the first time it is needed and which every
+// later page and group shares. Kept for the life of the program.
+cairo_surface_t *SharedSurface(cairo_t *cairo, const std::string &key,
+                               const std::function<cairo_surface_t *()> &make);
+// Ends the page, and with it the count of copies painted on it.
+void ShowPage(cairo_t *cairo);
 
 class Graphics {
   public:

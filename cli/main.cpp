@@ -13,11 +13,13 @@
 #include "export/lookup.h"
 #include "export/modes.h"
 #include "export/notenames.h"
+#include "export/outfile.h"
 #include "export/playback.h"
 #include "export/scalesheet.h"
 #include "export/spelling.h"
 #include "export/voicings.h"
 #include "export/writers.h"
+#include "music/catalogue.h"
 #include "platform/msgbox.h"
 #include "settings/location.h"
 #include "settings/selections.h"
@@ -29,6 +31,7 @@
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <string_view>
 
 using namespace varnock;
 
@@ -50,10 +53,20 @@ class ExportChart : public ChartController {
     iniClass *settings_;
 };
 
+// Every output file with the option that names it.
+std::vector<std::pair<const char *, const std::optional<std::string> *>>
+OutputFiles(const cli::Options &o) {
+    return {{"--output", &o.output}, {"--png", &o.png},   {"--svg", &o.svg},
+            {"--pdf", &o.pdf},       {"--book", &o.book}, {"--window-image", &o.windowImage},
+            {"--wav", &o.wav},       {"--midi", &o.midi}};
+}
+
 void Export(const cli::Options &typed, ChartController &chart) {
     // Every value is checked before anything is printed or written. Inside,
     // notes go by their English names; the chosen system is read here and
-    // written by every output.
+    // written by every output. The writers only hand their files to the
+    // batch, which writes them all, then prints, or does neither.
+    output::Batch batch;
     const cli::NameSystem names = cli::ResolveNames(typed.names);
     const cli::Options options = cli::InEnglish(typed, names);
     const cli::Selection selection = cli::Resolve(options);
@@ -72,6 +85,9 @@ void Export(const cli::Options &typed, ChartController &chart) {
     } else if (options.roots || options.chords) {
         throw cli::BadInput("--roots and --chords go with --book only");
     }
+    for (const auto &[option, name] : OutputFiles(options))
+        if (*name)
+            batch.Expect(option, **name);
     cli::Apply(chart, selection);
     // Positions are named as the chosen layout names its frets.
     const std::vector<std::string> fretNames = cli::FretNames(chart.Sheet());
@@ -89,24 +105,28 @@ void Export(const cli::Options &typed, ChartController &chart) {
                 throw cli::BadInput("--identify-frets: " + std::string(e.what()));
             }
         }
-        std::cout << cli::NamedAnswer(
-                         options.identify
-                             ? cli::IdentifyText(identify, spelling, SplitList(*options.identify))
+        batch.Commit(cli::NamedAnswer(
+            options.identify ? cli::IdentifyText(identify, spelling, SplitList(*options.identify))
                              : cli::IdentifyFretsText(chart.Sheet(), frets, spelling),
-                         names)
-                  << std::flush;
+            names));
         return;
     }
     if (options.modes) {
         std::optional<std::string> root;
         if (options.root)
             root = cli::SpellingRoot(options.root);
-        std::cout << cli::ModesText(chart.Sheet(), root, names) << std::flush;
+        batch.Commit(cli::ModesText(chart.Sheet(), root, names));
         return;
     }
     const ChartSheet spelled =
         scale
-            ? cli::ScaleSheet(chart.Sheet(), *scale, cli::SpellingRoot(options.root))
+            // Without --root, the chart's own root, as for a chord.
+            ? cli::ScaleSheet(
+                  chart.Sheet(), *scale,
+                  options.root ? cli::SpellingRoot(options.root)
+                               : std::string(catalogue::kNotes
+                                                 .at(static_cast<std::size_t>(chart.Sheet().root))
+                                                 .sharp))
             : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
                          options.tuning ? SplitList(*options.tuning) : std::vector<std::string>{});
     const ChartSheet english = cli::WithCapo(spelled, capo);
@@ -130,6 +150,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
         throw cli::BadInput("--octaves goes with --wav or --midi");
     }
 
+    std::string printed;
     const bool files = options.png || options.svg || options.pdf || options.book ||
                        options.windowImage || options.wav || options.midi;
     if (options.text || options.tsv || options.describe || options.output || !files) {
@@ -145,9 +166,9 @@ void Export(const cli::Options &typed, ChartController &chart) {
                             cli::DescribedFret(spelled, capo) +
                             "): the open strings sound there, and position 0 below is the capo.\n");
         if (options.output)
-            cli::WriteTextFile(QString::fromStdString(*options.output), text);
+            cli::WriteTextFile(*options.output, text);
         else
-            std::cout << text << std::flush;
+            printed = std::move(text);
     }
     if (options.voicings && (options.png || options.svg || options.pdf)) {
         const cli::Diagrams diagrams = cli::MakeDiagrams(
@@ -155,42 +176,46 @@ void Export(const cli::Options &typed, ChartController &chart) {
                 (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : ""),
             cli::FindVoicings(spelled, fretNames, limits), fretNames, capo, options.leftHanded);
         if (options.png)
-            cli::WriteDiagramsPng(QString::fromStdString(*options.png), diagrams, options.scale);
+            cli::WriteDiagramsPng(*options.png, diagrams, options.scale);
         if (options.svg)
-            cli::WriteDiagramsSvg(QString::fromStdString(*options.svg), diagrams);
+            cli::WriteDiagramsSvg(*options.svg, diagrams);
         if (options.pdf)
-            cli::WriteDiagramsPdf(QString::fromStdString(*options.pdf), diagrams, paper);
+            cli::WriteDiagramsPdf(*options.pdf, diagrams, paper);
     } else {
         if (options.png)
-            cli::WritePng(QString::fromStdString(*options.png), page, options.scale, orientation,
-                          palette);
+            cli::WritePng(*options.png, page, options.scale, orientation, palette);
         if (options.svg)
-            cli::WriteSvg(QString::fromStdString(*options.svg), page, orientation, palette);
+            cli::WriteSvg(*options.svg, page, orientation, palette);
         if (options.pdf)
-            cli::WritePdf(QString::fromStdString(*options.pdf), page, orientation, paper, palette);
+            cli::WritePdf(*options.pdf, page, orientation, paper, palette);
     }
     if (options.windowImage)
         // The window's own names: it knows no other spelling.
-        cli::WriteWindowImage(QString::fromStdString(*options.windowImage), chart.Sheet(),
-                              options.scale);
+        cli::WriteWindowImage(*options.windowImage, chart.Sheet(), options.scale);
     if (options.wav)
-        cli::WriteTextFile(QString::fromStdString(*options.wav), wav);
+        cli::WriteTextFile(*options.wav, wav);
     if (options.midi)
-        cli::WriteTextFile(QString::fromStdString(*options.midi), midi);
+        cli::WriteTextFile(*options.midi, midi);
     if (options.book) {
         cli::Book book = cli::MakeBook(
             chart, roots, chords,
             {orientation, spelling, cli::SpellingRoots(options.roots), labels, palette});
         if (options.voicings) {
-            cli::WriteFingeringBook(QString::fromStdString(*options.book), book, fretNames, limits,
+            cli::WriteFingeringBook(*options.book, book, fretNames, limits,
                                     options.count.has_value(), options.leftHanded);
         } else {
             for (cli::BookPart &part : book.parts)
                 for (cli::BookChart &page : part.charts)
                     page.sheet = cli::WithCapo(page.sheet, capo);
-            cli::WriteBook(QString::fromStdString(*options.book), cli::Named(book, names), paper);
+            cli::WriteBook(*options.book, cli::Named(book, names), paper);
         }
     }
+    batch.Commit(printed);
+}
+
+// One line to standard error, whatever the message echoes.
+void Say(std::string_view message) {
+    std::cerr << "varnock-chart: " << output::Printable(message) << "\n";
 }
 
 int Run(int argc, char **argv) {
@@ -199,15 +224,18 @@ int Run(int argc, char **argv) {
     try {
         options = cli::ParseArguments(args);
     } catch (const cli::BadInput &e) {
-        std::cerr << "varnock-chart: " << e.what() << "\n";
+        Say(e.what());
         return cli::kExitBadInput;
     }
-    if (options.help) {
-        std::cout << cli::HelpText();
-        return 0;
-    }
-    if (options.version) {
-        std::cout << "varnock-chart " << kShortVersion << "\n";
+    output::NoteClosedStdout();
+    if (options.help || options.version) {
+        try {
+            output::PrintOut(options.help ? cli::HelpText()
+                                          : "varnock-chart " + std::string(kShortVersion) + "\n");
+        } catch (const cli::WriteFailed &e) {
+            Say(e.what());
+            return cli::kExitWriteFailed;
+        }
         return 0;
     }
 
@@ -222,8 +250,7 @@ int Run(int argc, char **argv) {
     });
     QGuiApplication app(argc, argv);
     // The settings store's messages, in the command's own voice.
-    SetMsgBoxHandler(
-        [](const std::string &text) { std::cerr << "varnock-chart: " << text << "\n"; });
+    SetMsgBoxHandler([](const std::string &text) { Say(text); });
     // Only ever read: nothing here saves the selections.
     std::unique_ptr<iniClass> settings;
     if (options.fromSettings)
@@ -234,10 +261,10 @@ int Run(int argc, char **argv) {
     try {
         Export(options, chart);
     } catch (const cli::BadInput &e) {
-        std::cerr << "varnock-chart: " << e.what() << "\n";
+        Say(e.what());
         return cli::kExitBadInput;
     } catch (const cli::WriteFailed &e) {
-        std::cerr << "varnock-chart: " << e.what() << "\n";
+        Say(e.what());
         return cli::kExitWriteFailed;
     }
     return 0;
@@ -249,7 +276,7 @@ int main(int argc, char **argv) {
     try {
         return Run(argc, argv);
     } catch (const std::exception &e) {
-        std::cerr << "varnock-chart: " << e.what() << "\n";
+        Say(e.what());
         return cli::kExitWriteFailed;
     }
 }

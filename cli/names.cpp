@@ -108,10 +108,13 @@ int ResolveTuningNote(const std::string &text) {
 
 // Every item when no list is given, else each name resolved.
 template <typename ResolveName>
-std::vector<int> ResolveList(std::size_t count, const std::optional<std::string> &list,
-                             ResolveName resolve) {
+std::vector<int> ResolveList(const char *option, std::size_t count,
+                             const std::optional<std::string> &list, ResolveName resolve) {
     std::vector<int> out;
-    if (!list || list->empty()) {
+    if (list && list->empty())
+        throw BadInput(std::string(option) + " \"\" names nothing; leave it out for all " +
+                       std::to_string(count));
+    if (!list) {
         for (std::size_t i = 0; i < count; ++i)
             out.push_back(static_cast<int>(i));
         return out;
@@ -165,11 +168,11 @@ int ResolveChord(const std::string &text) {
 }
 
 std::vector<int> ResolveRoots(const std::optional<std::string> &list) {
-    return ResolveList(cat::kNotes.size(), list, ResolveRoot);
+    return ResolveList("--roots", cat::kNotes.size(), list, ResolveRoot);
 }
 
 std::vector<int> ResolveChords(const std::optional<std::string> &list) {
-    return ResolveList(cat::kChordTypes.size(), list, ResolveChord);
+    return ResolveList("--chords", cat::kChordTypes.size(), list, ResolveChord);
 }
 
 std::vector<int> ResolveNoteList(const std::string &list) {

@@ -198,7 +198,9 @@ const OptionSpec kOptions[] = {
      "the chord's fingerings instead of the chart, best first,\none a line: positions by fret name | notes | degrees,\n"
      "then what is left out (\"0 0 2 | D A F# | R 5 3\"). With\n--png, --svg or --pdf: chord diagrams; with --book: a\n"
      "fingering book, each root's chords with their best ones.\nRanked: fewer fretted strings first, then the lower hand\n"
-     "position, then the smaller reach, then the root on the\nlowest sounding string; equal ones in position order",
+     "position, then the smaller reach, then the root on the\nlowest sounding string; equal ones in position order.\n"
+     "A PDF takes as many pages as the diagrams need; a PNG or\nSVG is at most 10000 pixels tall (at --scale 1): for\n"
+     "more, ask for fewer with --count or use --pdf",
      [](O &o, T) { o.voicings = true; }, nullptr},
     {"--reach", "", V::Word, "N", S::Fingering, false,
      "largest distance in positions between the lowest and the\nhighest fretted string, 1..22 (default 3); open strings\nare free",
@@ -377,6 +379,15 @@ Options ParseArguments(const std::vector<std::string> &args) {
                 throw BadInput("option " + name + " needs a value");
             value = args[++i];
         }
+        // Longer than anything the option takes: refused before it costs time.
+        const std::size_t most = entry->kind == ValueKind::File   ? kLongestFileName
+                                 : entry->kind == ValueKind::List ? kLongestList
+                                                                  : kLongestWord;
+        if (value->size() > most)
+            throw BadInput("option " + name + " takes at most " + std::to_string(most) +
+                           " characters, not " + std::to_string(value->size()));
+        if (entry->kind == ValueKind::File && value->empty())
+            throw BadInput("option " + name + " needs a file name, not \"\"");
         // Nothing we take starts with a dash, so "--book --help" is a missing
         // file name, not a file named "--help".
         if (entry->kind != ValueKind::None && value->starts_with("-"))
@@ -434,8 +445,11 @@ cell painting as the program's window, without opening a window.
     }
     out += R"(
 Every option that takes a value may also be written --name=value; a value
-never starts with "-". Files are written to a temporary name and renamed when
-complete.
+never starts with "-"; a value is at most 100 characters, a list 1000, a file
+name 4096 bytes. A file is written to a temporary name beside it and renamed
+over it, keeping its permissions; a symbolic link's target is written so; a
+device or pipe is written in place. Nothing is written or printed unless every
+output can be.
 Exit status: 0 done, 1 a file could not be written, 2 bad option or value
 (nothing is written), 3 anything else.
 

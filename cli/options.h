@@ -71,6 +71,12 @@ struct OptionSpec {
     std::vector<std::string> (*accepted)();
 };
 
+// The longest value of each kind an option takes: a file name as Linux
+// allows it, a list of every name there is with room to spare.
+constexpr std::size_t kLongestWord = 100;
+constexpr std::size_t kLongestList = 1000;
+constexpr std::size_t kLongestFileName = 4096;
+
 std::span<const OptionSpec> OptionTable();
 // The row for "--name" or "-o"; nullptr for none.
 const OptionSpec *FindOption(std::string_view name);

@@ -13,8 +13,10 @@ packages=(cmake g++ make qt6-base-dev qt6-svg-dev libgtest-dev libgmock-dev font
   fonts-dejavu-extra libcairo2-dev)
 # cpack -G DEB (dpkg-shlibdeps), lintian, the desktop entry and AppStream
 # validators, the manual page renderer, file for the icon sizes; pdftotext
-# for the words and their sizes on the chord book's pages.
-check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file poppler-utils)
+# for the words and their sizes on the chord book's pages; qpdf to hold every
+# PDF to a strict reader, librsvg2-bin (rsvg-convert) to render the SVGs.
+check_packages=(dpkg-dev lintian desktop-file-utils appstream man-db groff-base file poppler-utils
+  qpdf librsvg2-bin)
 if [ "${1-}" = --check-tools ]; then
   packages+=("${check_packages[@]}")
   shift

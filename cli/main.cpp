@@ -67,14 +67,14 @@ void Export(const cli::Options &typed, ChartController &chart) {
     // written by every output. The writers only hand their files to the
     // batch, which writes them all, then prints, or does neither.
     output::Batch batch;
-    const cli::NameSystem names = cli::ResolveNames(typed.names);
+    const cli::NameSystem names = typed.names;
     const cli::Options options = cli::InEnglish(typed, names);
     const cli::Selection selection = cli::Resolve(options);
-    const cli::Spelling spelling = cli::ResolveSpelling(options.spelling);
-    const cli::Scale *scale = options.scaleName ? &cli::ResolveScale(*options.scaleName) : nullptr;
-    const cli::Paper paper = cli::ResolvePaper(options.paper);
-    const cli::Labels labels = cli::ResolveLabels(options.labels);
-    const Palette palette = cli::ResolvePalette(options.palette);
+    const cli::Spelling spelling = options.spelling;
+    const cli::Scale *scale = options.scale;
+    const cli::Paper paper = options.paper;
+    const cli::Labels labels = options.labels;
+    const Palette palette = options.palette;
     std::vector<int> identify;
     if (options.identify)
         identify = cli::ResolveNoteList(*options.identify);
@@ -82,8 +82,6 @@ void Export(const cli::Options &typed, ChartController &chart) {
     if (options.book) {
         roots = cli::ResolveRoots(options.roots);
         chords = cli::ResolveChords(options.chords);
-    } else if (options.roots || options.chords) {
-        throw cli::BadInput("--roots and --chords go with --book only");
     }
     for (const auto &[option, name] : OutputFiles(options))
         if (*name)
@@ -146,8 +144,6 @@ void Export(const cli::Options &typed, ChartController &chart) {
             wav = cli::WavFile(events);
         if (options.midi)
             midi = cli::MidiFile(events);
-    } else if (options.octaves) {
-        throw cli::BadInput("--octaves goes with --wav or --midi");
     }
 
     std::string printed;
@@ -176,14 +172,14 @@ void Export(const cli::Options &typed, ChartController &chart) {
                 (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : ""),
             cli::FindVoicings(spelled, fretNames, limits), fretNames, capo, options.leftHanded);
         if (options.png)
-            cli::WriteDiagramsPng(*options.png, diagrams, options.scale);
+            cli::WriteDiagramsPng(*options.png, diagrams, options.pixelScale);
         if (options.svg)
             cli::WriteDiagramsSvg(*options.svg, diagrams);
         if (options.pdf)
             cli::WriteDiagramsPdf(*options.pdf, diagrams, paper);
     } else {
         if (options.png)
-            cli::WritePng(*options.png, page, options.scale, orientation, palette);
+            cli::WritePng(*options.png, page, options.pixelScale, orientation, palette);
         if (options.svg)
             cli::WriteSvg(*options.svg, page, orientation, palette);
         if (options.pdf)
@@ -191,7 +187,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
     }
     if (options.windowImage)
         // The window's own names: it knows no other spelling.
-        cli::WriteWindowImage(*options.windowImage, chart.Sheet(), options.scale);
+        cli::WriteWindowImage(*options.windowImage, chart.Sheet(), options.pixelScale);
     if (options.wav)
         cli::WriteTextFile(*options.wav, wav);
     if (options.midi)
@@ -222,6 +218,11 @@ int Run(int argc, char **argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
     cli::Options options;
     try {
+        // The bash completion asks for its words; nothing is drawn.
+        if (!args.empty() && args[0] == "--completion-words") {
+            std::cout << cli::CompletionWords(args.size() > 1 ? args[1] : "");
+            return 0;
+        }
         options = cli::ParseArguments(args);
     } catch (const cli::BadInput &e) {
         Say(e.what());
@@ -277,6 +278,6 @@ int main(int argc, char **argv) {
         return Run(argc, argv);
     } catch (const std::exception &e) {
         Say(e.what());
-        return cli::kExitWriteFailed;
+        return cli::kExitUnexpected;
     }
 }

@@ -22,88 +22,84 @@ std::string Quoted(std::string_view text) {
     return quoted;
 }
 
-std::string AcceptedChords() {
-    std::vector<std::string> names;
-    for (const cat::ChordType &type : cat::kChordTypes)
-        names.push_back(Quoted(type.name));
-    return Join(names, ", ");
-}
-
-std::string NoteRule() {
-    return std::string(cat::kNoteNameRule) + ", such as F# or Bb";
-}
-
-// How players often write a chord type the menu names otherwise.
-constexpr std::pair<std::string_view, std::string_view> kChordAliases[] = {
-    {"M", "Maj"},   {"maj", "Maj"},   {"major", "Maj"}, {"M7", "maj7"},   {"Maj7", "maj7"},
-    {"M9", "maj9"}, {"M11", "maj11"}, {"M13", "maj13"}, {"min", "m"},     {"minor", "m"},
-    {"min7", "m7"}, {"min6", "m6"},   {"min9", "m9"},   {"mM7", "mmaj7"}, {"mM9", "mmaj9"},
-    {"o", "Dim"},   {"o7", "Dim7"},   {"+", "Aug"},     {"sus", "Sus4"},  {"7sus", "7sus4"},
-    {"add2", "2"},  {"6add9", "6/9"}, {"69", "6/9"},    {"aug", "Aug"},   {"dim", "Dim"},
-};
-
-// The chord type a near miss most likely means: a player's usual name for
-// it, or the same name in other capitals; nullopt when nothing is near.
-std::optional<int> NearChord(const std::string &text) {
-    for (const auto &[alias, name] : kChordAliases)
-        if (alias == text)
-            return cat::FindChordType(name);
-    for (int i = 0; i < cat::kChordTypeCount; ++i)
-        if (LCase(std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name)) == LCase(text))
-            return i;
-    return std::nullopt;
+std::string Accepted(const Choices &choices) {
+    if (!choices.accepted.empty())
+        return choices.accepted;
+    // Quoted where a word holds more than letters, so "6/9" and "Diatonic with 6+" read whole.
+    const bool quote = std::any_of(choices.words.begin(), choices.words.end(), [](const Word &c) {
+        return c.word.find_first_not_of("abcdefghijklmnopqrstuvwxyz-") != std::string::npos;
+    });
+    std::vector<std::string> words;
+    for (const Word &choice : choices.words)
+        words.push_back(quote ? Quoted(choice.word) : choice.word);
+    return "accepted: " + Join(words, ", ");
 }
 
 const cat::NameSystemInfo &Info(NameSystem system) {
-    for (const cat::NameSystemInfo &info : cat::kNameSystems)
-        if (info.system == system)
-            return info;
-    return cat::kNameSystems[0];
+    return cat::kNameSystems[static_cast<std::size_t>(system)];
 }
 
-std::string ToEnglish(const std::string &typed, NameSystem system, const char *option) {
-    const auto note = cat::ParseWritten(typed, system);
-    if (!note)
-        throw BadInput(std::string(option) + " \"" + typed + "\" is no " +
-                       std::string(Info(system).name) +
-                       " note name; accepted: " + std::string(Info(system).rule));
-    return cat::Format(*note);
+// "Dm" as a root and a chord type: the longest note name in front, then a
+// chord type (or what one means); the hint that says so.
+std::optional<std::string> SplitChordName(const std::string &text) {
+    for (std::size_t cut = text.size() - std::min<std::size_t>(text.size(), 1); cut > 0; --cut) {
+        const std::string note = text.substr(0, cut), rest = text.substr(cut);
+        if (!cat::ParseNote(note))
+            continue;
+        const WordMatch match = MatchWord(ChordChoices().words, rest);
+        const Word *chord = match.meant.size() == 1 ? match.meant.front() : match.taken;
+        if (chord)
+            return "use --root " + note + " --chord " + chord->word;
+    }
+    return std::nullopt;
+}
+
+std::string ExplainChord(const std::string &typed) {
+    const auto split = SplitChordName(typed);
+    return split ? "chord \"" + typed + "\" names a root too; " + *split : "";
+}
+
+std::string ExplainScale(const std::string &typed) {
+    if (typed.empty() || typed.find_first_not_of("0123456789") != std::string::npos)
+        return "";
+    return "--scale \"" + typed + "\" names no scale: the PNG's pixel scale moved to " +
+           "--pixel-scale " + typed;
+}
+
+// The note a player typed in `system`, accents forgiven ("R\u00e9" is "Re"). A
+// name that reads in another system points to it; a chord name where a root
+// is asked for says which options to write.
+cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std::string &noun) {
+    if (const auto note = cat::ParseWritten(typed, system))
+        return *note;
+    if (const auto note = cat::ParseWritten(FoldWord(typed), system))
+        return *note;
+    if (const auto split = SplitChordName(typed); split && noun == "root")
+        throw BadInput("root \"" + typed + "\" names a chord; " + *split);
+    std::string hint;
+    for (const cat::NameSystemInfo &other : cat::kNameSystems)
+        if (hint.empty() && other.system != system &&
+            cat::ParseWritten(FoldWord(typed), other.system))
+            hint = "did you mean --names " + std::string(other.name) + "? ";
+    const std::string in =
+        system == NameSystem::English ? "" : " in " + std::string(Info(system).name) + " names";
+    throw BadInput("unknown " + noun + " \"" + typed + "\"" + in + "; " + hint +
+                   "accepted: " + std::string(Info(system).rule));
 }
 
 std::optional<std::string> ListToEnglish(const std::optional<std::string> &list, NameSystem system,
-                                         const char *option) {
+                                         const std::string &noun) {
     if (!list || list->empty())
         return list;
     std::vector<std::string> names;
     for (const std::string &name : SplitList(*list))
-        names.push_back(ToEnglish(name, system, option));
+        names.push_back(cat::Format(ReadNote(name, system, noun)));
     return Join(names, ",");
-}
-
-std::optional<int> FindNote(const std::string &text) {
-    return cat::ParseNote(text);
-}
-
-// Layout names are long, so any capitalisation will do; a mode number
-// reaches the two layouts the program's menu does not offer as well.
-int ResolveLayout(const std::string &text) {
-    for (int i = 0; i < music::kMenuLayouts; ++i)
-        if (LCase(music::LayoutName(i)) == LCase(text))
-            return i;
-    if (text.size() == 1 && text[0] >= '0' && text[0] < '0' + music::kLayoutCount)
-        return text[0] - '0';
-    std::vector<std::string> accepted;
-    for (int i = 0; i < music::kMenuLayouts; ++i)
-        accepted.push_back(Quoted(music::LayoutName(i)));
-    accepted.push_back("0.." + std::to_string(music::kLayoutCount - 1));
-    throw BadInput("unknown fret layout \"" + text + "\"; accepted: " + Join(accepted, ", "));
 }
 
 // The tuning popups run from D, so item i is the note index i + 5.
 int ResolveTuningNote(const std::string &text) {
-    if (const auto note = FindNote(text))
-        return cat::Mod12(*note - 5);
-    throw BadInput("unknown tuning note \"" + text + "\"; accepted: " + NoteRule());
+    return cat::Mod12(ReadNote(text, NameSystem::English, "tuning note").Index() - 5);
 }
 
 // Every item when no list is given, else each name resolved.
@@ -124,47 +120,145 @@ std::vector<int> ResolveList(const char *option, std::size_t count,
     return out;
 }
 
-} // namespace
-
-namespace {
-
-// "Dm" as a root and a chord type: the longest note name in front, then a
-// chord type (or a near miss of one); the hint that says so.
-std::optional<std::string> SplitChordName(const std::string &text) {
-    for (std::size_t cut = text.size() - std::min<std::size_t>(text.size(), 1); cut > 0; --cut) {
-        const std::string note = text.substr(0, cut), rest = text.substr(cut);
-        if (!FindNote(note))
-            continue;
-        auto chord = cat::FindChordType(rest);
-        if (!chord)
-            chord = NearChord(rest);
-        if (chord)
-            return "use --root " + note + " --chord " +
-                   std::string(cat::kChordTypes[static_cast<std::size_t>(*chord)].name);
-    }
-    return std::nullopt;
+// A Choices built once from a table of the catalogue's.
+template <typename Build> const Choices &Once(Build build) {
+    static const Choices choices = build();
+    return choices;
 }
 
 } // namespace
 
+const Word &ReadChoice(const Choices &choices, const std::string &typed) {
+    const WordMatch match = MatchWord(choices.words, typed);
+    if (match.taken)
+        return *match.taken;
+    if (choices.explain)
+        if (std::string why = choices.explain(typed); !why.empty())
+            throw BadInput(why);
+    std::string hint;
+    for (std::size_t i = 0; i < match.meant.size(); ++i)
+        hint += (i == 0                       ? "did you mean "
+                 : i + 1 < match.meant.size() ? ", "
+                                              : " or ") +
+                Quoted(match.meant[i]->word);
+    throw BadInput("unknown " + choices.noun + " " + Quoted(typed) + "; " +
+                   (hint.empty() ? "" : hint + "? ") + Accepted(choices));
+}
+
+const Choices &LayoutChoices() {
+    return Once([] {
+        Choices c{"fret layout", {}};
+        for (int mode = 0; mode < music::kMenuLayouts; ++mode)
+            c.words.push_back({music::LayoutName(mode), mode});
+        // The mode number reaches the layouts the program's menu lacks as well.
+        for (int mode = 0; mode < music::kLayoutCount; ++mode)
+            c.words.push_back({std::to_string(mode), mode});
+        return c;
+    });
+}
+
+const Choices &StringChoices() {
+    return Once([] { return Choices{"string count", {{"3", 3}, {"4", 4}}}; });
+}
+
+const Choices &ChordChoices() {
+    // How players often write a chord type the menu names otherwise.
+    static const std::pair<const char *, const char *> kMeant[] = {
+        {"M", "Maj"},     {"major", "Maj"}, {"M7", "maj7"},    {"M9", "maj9"}, {"M11", "maj11"},
+        {"M13", "maj13"}, {"min", "m"},     {"minor", "m"},    {"min7", "m7"}, {"min6", "m6"},
+        {"min9", "m9"},   {"mM7", "mmaj7"}, {"mM9", "mmaj9"},  {"o", "Dim"},   {"o7", "Dim7"},
+        {"+", "Aug"},     {"sus", "Sus4"},  {"7sus", "7sus4"}, {"add2", "2"},  {"6add9", "6/9"},
+        {"69", "6/9"},
+    };
+    return Once([] {
+        Choices c{"chord", {}, ExplainChord};
+        for (int i = 0; i < cat::kChordTypeCount; ++i) {
+            c.words.push_back({std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name), i});
+            for (const auto &[alias, name] : kMeant)
+                if (c.words.back().word == name)
+                    c.words.back().meant.emplace_back(alias);
+        }
+        return c;
+    });
+}
+
+const Choices &ScaleChoices() {
+    return Once([] {
+        Choices c{"scale", {}, ExplainScale};
+        for (const Scale &scale : Scales()) {
+            c.words.push_back({scale.name, static_cast<int>(c.words.size())});
+            // "pentatonic" alone could be either pentatonic: asked, not taken.
+            for (const std::string &alias : scale.aliases)
+                if (alias != "pentatonic")
+                    c.words.back().also.push_back(alias);
+        }
+        return c;
+    });
+}
+
+const Choices &NameChoices() {
+    return Once([] {
+        Choices c{"note names", {}};
+        for (const cat::NameSystemInfo &info : cat::kNameSystems)
+            c.words.push_back({std::string(info.name), static_cast<int>(info.system)});
+        return c;
+    });
+}
+
+const Choices &SpellingChoices() {
+    return Once([] {
+        return Choices{"spelling",
+                       {{"musician", int(Spelling::Musician)},
+                        {"sharps", int(Spelling::Sharps)},
+                        {"flats", int(Spelling::Flats)},
+                        {"chord", int(Spelling::Chord)}}};
+    });
+}
+
+const Choices &LabelChoices() {
+    return Once([] {
+        return Choices{"labels",
+                       {{"notes", int(Labels::Notes)},
+                        {"degrees", int(Labels::Degrees)},
+                        {"both", int(Labels::Both)}}};
+    });
+}
+
+const Choices &PaletteChoices() {
+    return Once([] {
+        return Choices{"palette",
+                       {{"window", int(Palette::Window)},
+                        {"colour-blind",
+                         int(Palette::ColourBlind),
+                         {"color-blind", "colourblind", "colorblind"}}}};
+    });
+}
+
+const Choices &PaperChoices() {
+    return Once([] {
+        return Choices{"paper", {{"a4", int(Paper::A4)}, {"letter", int(Paper::Letter)}}};
+    });
+}
+
+const Choices &NoteChoices() {
+    return Once([] {
+        Choices c{"note", {}};
+        for (std::size_t i = 0; i < cat::kNotes.size(); ++i) {
+            const cat::NoteNames &note = cat::kNotes[i];
+            c.words.push_back({std::string(note.sharp), static_cast<int>(i)});
+            if (note.flat != note.sharp)
+                c.words.push_back({std::string(note.flat), static_cast<int>(i)});
+        }
+        return c;
+    });
+}
+
 int ResolveRoot(const std::string &text) {
-    if (const auto note = FindNote(text))
-        return *note;
-    if (const auto split = SplitChordName(text))
-        throw BadInput("root \"" + text + "\" names a chord; " + *split);
-    throw BadInput("unknown root \"" + text + "\"; accepted: " + NoteRule());
+    return ReadNote(text, NameSystem::English, "root").Index();
 }
 
 int ResolveChord(const std::string &text) {
-    if (const auto chord = cat::FindChordType(text))
-        return *chord;
-    std::string hint;
-    if (const auto near = NearChord(text))
-        hint =
-            "did you mean " + Quoted(cat::kChordTypes[static_cast<std::size_t>(*near)].name) + "? ";
-    else if (const auto split = SplitChordName(text))
-        throw BadInput("chord \"" + text + "\" names a root too; " + *split);
-    throw BadInput("unknown chord \"" + text + "\"; " + hint + "accepted: " + AcceptedChords());
+    return ReadChoice(ChordChoices(), text).value;
 }
 
 std::vector<int> ResolveRoots(const std::optional<std::string> &list) {
@@ -182,12 +276,8 @@ std::vector<int> ResolveNoteList(const std::string &list) {
                        (names.size() == 1 ? " note" : " notes") +
                        "; accepted: 2 to 4 comma-separated notes, such as D,F#,A");
     std::vector<int> notes;
-    for (const std::string &name : names) {
-        const auto note = FindNote(name);
-        if (!note)
-            throw BadInput("note \"" + name + "\" is not a note name; accepted: " + NoteRule());
-        notes.push_back(*note);
-    }
+    for (const std::string &name : names)
+        notes.push_back(ReadNote(name, NameSystem::English, "note").Index());
     if (std::count(notes.begin(), notes.end(), notes[0]) == static_cast<long>(notes.size()))
         throw BadInput("--identify \"" + list +
                        "\" names one note only; accepted: 2 to 4 different notes");
@@ -196,13 +286,9 @@ std::vector<int> ResolveNoteList(const std::string &list) {
 
 Selection Resolve(const Options &o) {
     Selection s;
-    if (o.frets)
-        s.frets = ResolveLayout(*o.frets);
-    if (o.strings) {
-        if (*o.strings != "3" && *o.strings != "4")
-            throw BadInput("unknown string count \"" + *o.strings + "\"; accepted: 3, 4");
-        s.strings = *o.strings == "4" ? 1 : 0;
-    }
+    s.frets = o.frets;
+    if (o.strings)
+        s.strings = *o.strings - 3;
     if (o.tuning) {
         const std::vector<std::string> notes = SplitList(*o.tuning);
         if (notes.size() < 3 || notes.size() > 4)
@@ -219,8 +305,7 @@ Selection Resolve(const Options &o) {
     }
     if (o.root)
         s.root = ResolveRoot(*o.root);
-    if (o.chord)
-        s.chord = ResolveChord(*o.chord);
+    s.chord = o.chord;
     return s;
 }
 
@@ -271,10 +356,10 @@ Options InEnglish(Options o, NameSystem system) {
     if (system == NameSystem::English)
         return o;
     if (o.root)
-        o.root = ToEnglish(*o.root, system, "--root");
-    o.tuning = ListToEnglish(o.tuning, system, "--tuning");
-    o.roots = ListToEnglish(o.roots, system, "--roots");
-    o.identify = ListToEnglish(o.identify, system, "--identify");
+        o.root = cat::Format(ReadNote(*o.root, system, "root"));
+    o.tuning = ListToEnglish(o.tuning, system, "tuning note");
+    o.roots = ListToEnglish(o.roots, system, "root");
+    o.identify = ListToEnglish(o.identify, system, "note");
     return o;
 }
 

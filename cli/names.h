@@ -1,9 +1,9 @@
 #pragma once
 
-// The names the user types, resolved to the program's own menu items:
-// layouts, string counts, tunings, roots and chords. A name that matches
-// nothing is BadInput naming the bad value and what is accepted, with a
-// suggestion where a musician's near miss is plain.
+// The names the user types: the words each word-valued option takes (read
+// by ReadChoice), and the notes, read by the catalogue in the chosen name
+// system. A name that matches nothing is BadInput naming the bad value and
+// what is accepted, with the name meant where a near miss is plain.
 
 #include "cli/options.h"
 #include "export/notenames.h"
@@ -25,6 +25,20 @@ struct Selection {
     std::optional<int> frets, strings, root, chord;
     std::vector<int> tuning; // up to four tuning popup indices, Bass first
 };
+
+// The words of the options that take one from a list.
+const Choices &LayoutChoices();
+const Choices &StringChoices(); // values 3 and 4
+const Choices &ChordChoices();
+const Choices &ScaleChoices(); // values index Scales()
+const Choices &NameChoices();
+const Choices &SpellingChoices();
+const Choices &LabelChoices();
+const Choices &PaletteChoices();
+const Choices &PaperChoices();
+// The sharps, each followed by its flat, for the completion; notes are read
+// by the catalogue, which takes any spelling.
+const Choices &NoteChoices();
 
 Selection Resolve(const Options &options);
 int ResolveRoot(const std::string &text);

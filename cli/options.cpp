@@ -1,8 +1,7 @@
 #include "cli/options.h"
 
-#include "chart/controls.h"
+#include "cli/names.h"
 #include "music/catalogue.h"
-#include "music/scales.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,58 +11,6 @@ namespace varnock::cli {
 namespace {
 
 namespace cat = catalogue;
-
-std::vector<std::string> Layouts() {
-    std::vector<std::string> names(items::kLayouts.begin(), items::kLayouts.end());
-    for (int mode = 0; mode < 6; ++mode)
-        names.push_back(std::to_string(mode));
-    return names;
-}
-std::vector<std::string> StringCounts() {
-    return {"3", "4"};
-}
-// The scales by name, then the PNG's pixel scales.
-std::vector<std::string> ScaleValues() {
-    std::vector<std::string> names;
-    for (const Scale &scale : Scales())
-        names.push_back(scale.name);
-    names.insert(names.end(), {"1", "2"});
-    return names;
-}
-std::vector<std::string> NameSystems() {
-    std::vector<std::string> names;
-    for (const cat::NameSystemInfo &info : cat::kNameSystems)
-        names.emplace_back(info.name);
-    return names;
-}
-std::vector<std::string> Spellings() {
-    return {"musician", "sharps", "flats", "chord"};
-}
-std::vector<std::string> LabelKinds() {
-    return {"notes", "degrees", "both"};
-}
-std::vector<std::string> Palettes() {
-    return {"window", "colour-blind"};
-}
-std::vector<std::string> Papers() {
-    return {"a4", "letter"};
-}
-// Sharps, each followed by its flat where it has one: A A# Bb B C ...
-std::vector<std::string> NoteNames() {
-    std::vector<std::string> names;
-    for (const cat::NoteNames &note : cat::kNotes) {
-        names.emplace_back(note.sharp);
-        if (note.flat != note.sharp)
-            names.emplace_back(note.flat);
-    }
-    return names;
-}
-std::vector<std::string> ChordNames() {
-    std::vector<std::string> names;
-    for (const cat::ChordType &type : cat::kChordTypes)
-        names.emplace_back(type.name);
-    return names;
-}
 
 // A whole number lo..hi for `option`, else the one line that says so.
 int Whole(const char *option, const std::string &v, int lo, int hi) {
@@ -82,156 +29,231 @@ using T = const std::string &;
 
 // clang-format off
 const OptionSpec kOptions[] = {
-    {"--frets", "", V::Word, "LAYOUT", S::Selection, false,
+    {"--frets", "", V::Choice, "LAYOUT", S::Selection,
      "\"Diatonic\" (default), \"Diatonic with 6+\",\n\"Diatonic with 1+ and 6+\", \"Chromatic\", or the mode\n"
      "number 0..5; 4 and 5 are two five-fret layouts the\nprogram's menu does not offer",
-     [](O &o, T v) { o.frets = v; }, Layouts},
-    {"--strings", "", V::Word, "N", S::Selection, false,
+     [](O &o, T, int v) { o.frets = v; },
+     LayoutChoices, ~kIdentify},
+    {"--strings", "", V::Choice, "N", S::Selection,
      "3 (default) or 4; a tuning names as many notes",
-     [](O &o, T v) { o.strings = v; }, StringCounts},
-    {"--tuning", "", V::List, "NOTES", S::Selection, false,
+     [](O &o, T, int v) { o.strings = v; },
+     StringChoices, ~kIdentify},
+    {"--tuning", "", V::List, "NOTES", S::Selection,
      "open notes from the lowest string, comma-separated:\nD,A,D (default) or D,A,D,G; four notes imply --strings 4",
-     [](O &o, T v) { o.tuning = v; }, NoteNames},
-    {"--root", "", V::Word, "NOTE", S::Selection, false,
+     [](O &o, T v, int) { o.tuning = v; },
+     NoteChoices, ~kIdentify},
+    {"--root", "", V::Word, "NOTE", S::Selection,
      "A (default) .. G#, or any spelling: Gb, F\u266F, B#, Cx",
-     [](O &o, T v) { o.root = v; }, NoteNames},
-    {"--chord", "", V::Word, "TYPE", S::Selection, false,
-     "@CHORDS@; exactly so: M and m differ",
-     [](O &o, T v) { o.chord = v; }, ChordNames},
-    {"--scale", "", V::Word, "NAME|1|2", S::Selection, false,
+     [](O &o, T v, int) { o.root = v; },
+     NoteChoices, ~(kBook | kFingeringBook | kIdentify | kIdentifyFrets)},
+    {"--chord", "", V::Choice, "TYPE", S::Selection,
+     "@CHORDS@; in any case where no other is meant: M and m\ndiffer",
+     [](O &o, T, int v) { o.chord = v; },
+     ChordChoices, ~(kBook | kFingeringBook | kIdentify | kIdentifyFrets | kModes)},
+    {"--scale", "", V::Choice, "NAME", S::Selection,
      "a scale on --root in place of the chord: major (ionian),\ndorian, phrygian, lydian, mixolydian, natural minor\n"
-     "(aeolian, minor), locrian, harmonic minor, melodic minor,\nmajor pentatonic, minor pentatonic (min-pent), blues.\n"
-     "1 or 2 is the PNG's pixel scale instead (2 for print)",
-     [](O &o, T v) {
-         if (v == "1" || v == "2")
-             o.scale = v[0] - '0';
-         else
-             o.scaleName = v;
-     }, ScaleValues},
-    {"--from-settings", "", V::None, "", S::Selection, false,
+     "(aeolian, minor), locrian, harmonic minor, melodic minor,\nmajor pentatonic, minor pentatonic (min-pent), blues",
+     [](O &o, T, int v) { o.scale = &Scales()[static_cast<std::size_t>(v)]; },
+     ScaleChoices, kText | kTsv | kDescribe | kChartImage | kSound},
+    {"--from-settings", "", V::None, "", S::Selection,
      "take layout, strings and tuning from the program's\nsettings file (read only); options given still win",
-     [](O &o, T) { o.fromSettings = true; }, nullptr},
+     [](O &o, T, int) { o.fromSettings = true; },
+     nullptr, ~kIdentify},
 
-    {"--text", "", V::None, "", S::Output, true,
+    {"--text", "", V::None, "", S::Output,
      "the chart as an aligned table, then \"Notes: ...\" (default)",
-     [](O &o, T) { o.text = true; }, nullptr},
-    {"--tsv", "", V::None, "", S::Output, true,
+     [](O &o, T, int) { o.text = true; }},
+    {"--tsv", "", V::None, "", S::Output,
      "tab-separated: heading line, label row, string rows, one\nline each, cells exactly as in the chart; no notes line.\n"
-     "It is data, so it keeps position and string order even\nwith --left-handed or --flip",
-     [](O &o, T) { o.tsv = true; }, nullptr},
-    {"--describe", "", V::None, "", S::Output, true,
+     "It is data: it keeps position and string order and takes\nno --left-handed, --flip or --labels",
+     [](O &o, T, int) { o.tsv = true; }},
+    {"--describe", "", V::None, "", S::Output,
      "the chart in sentences a screen reader reads well: the\ninstrument, the chord and its notes, then where each note\n"
      "lies on each string, by the layout's own fret names",
-     [](O &o, T) { o.describe = true; }, nullptr},
-    {"--output", "-o", V::File, "FILE", S::Output, true,
+     [](O &o, T, int) { o.describe = true; }},
+    {"--output", "-o", V::File, "FILE", S::Output,
      "write the --text, --tsv or --describe output to FILE",
-     [](O &o, T v) { o.output = v; }, nullptr},
-    {"--png", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.output = v; }},
+    {"--png", "", V::File, "FILE", S::Output,
      "the chart under its title, strings named, and the notes\ntable as a PNG image",
-     [](O &o, T v) { o.png = v; }, nullptr},
-    {"--window-image", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.png = v; }},
+    {"--window-image", "", V::File, "FILE", S::Output,
      "chart and notes table as a PNG exactly as the program's\nwindow shows them: no title, no string names",
-     [](O &o, T v) { o.windowImage = v; }, nullptr},
-    {"--svg", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.windowImage = v; }},
+    {"--pixel-scale", "", V::Word, "N", S::Output,
+     "pixels per pixel of the chart in a PNG: 1 (default) to 4;\n2 for print",
+     [](O &o, T v, int) { o.pixelScale = Whole("--pixel-scale", v, 1, 4); },
+     nullptr, kPng | kWindowImage},
+    {"--svg", "", V::File, "FILE", S::Output,
      "chart and notes table as SVG",
-     [](O &o, T v) { o.svg = v; }, nullptr},
-    {"--pdf", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.svg = v; }},
+    {"--pdf", "", V::File, "FILE", S::Output,
      "the chart as --png draws it on a printable page, scaled\nto the width inside the margins",
-     [](O &o, T v) { o.pdf = v; }, nullptr},
-    {"--wav", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.pdf = v; }},
+    {"--wav", "", V::File, "FILE", S::Output,
      "the chord strummed from the first string to the last, then\nnote by note, in its first fingering; a --scale up and\n"
      "down: a plucked string, 44.1 kHz 16-bit mono WAV",
-     [](O &o, T v) { o.wav = v; }, nullptr},
-    {"--midi", "", V::File, "FILE", S::Output, true,
+     [](O &o, T v, int) { o.wav = v; }},
+    {"--midi", "", V::File, "FILE", S::Output,
      "the same notes as a Standard MIDI File (type 0, steel-\nstring guitar programme)",
-     [](O &o, T v) { o.midi = v; }, nullptr},
-    {"--octaves", "", V::List, "LIST", S::Output, false,
+     [](O &o, T v, int) { o.midi = v; }},
+    {"--octaves", "", V::List, "LIST", S::Output,
      "the octave 0..8 of each open string for --wav and --midi.\nDefault: the first string in octave 3, each next one the\n"
      "nearest note at or above the one before (D A D: 3,3,4 is\nD3 A3 D4; D A D G: 3,3,4,4)",
-     [](O &o, T v) { o.octaves = v; }, nullptr},
-    {"--paper", "", V::Word, "a4|letter", S::Output, false,
+     [](O &o, T v, int) { o.octaves = v; },
+     nullptr, kSound},
+    {"--paper", "", V::Choice, "a4|letter", S::Output,
      "the page size of --pdf: a4 (default) or letter",
-     [](O &o, T v) { o.paper = v; }, Papers},
-    {"--book", "", V::File, "FILE.pdf", S::Output, true,
+     [](O &o, T, int v) { o.paper = Paper(v); },
+     PaperChoices, kPdf | kBook | kFingeringBook},
+    {"--book", "", V::File, "FILE.pdf", S::Output,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
-     [](O &o, T v) { o.book = v; }, nullptr},
-    {"--roots", "", V::List, "LIST", S::Output, false,
+     [](O &o, T v, int) { o.book = v; }},
+    {"--roots", "", V::List, "LIST", S::Output,
      "roots for the book, comma-separated (default: all 12)",
-     [](O &o, T v) { o.roots = v; }, NoteNames},
-    {"--chords", "", V::List, "LIST", S::Output, false,
+     [](O &o, T v, int) { o.roots = v; },
+     NoteChoices, kBook | kFingeringBook},
+    {"--chords", "", V::List, "LIST", S::Output,
      "chords for the book, comma-separated (default: all 32)",
-     [](O &o, T v) { o.chords = v; }, ChordNames},
+     [](O &o, T v, int) { o.chords = v; },
+     ChordChoices, kBook | kFingeringBook},
 
-    {"--spelling", "", V::Word, "NAMES", S::Look, false,
+    {"--spelling", "", V::Choice, "NAMES", S::Look,
      "musician (default): each note by its degree above the\nroot, the root as typed or else with fewer accidentals\n"
      "(Bb maj7, Eb m, F# Maj), typed flats kept; sharps (as in\nthe program), flats (\"A#\" is \"Bb\"), or chord: each note\n"
      "by its degree above the root as given to --root\n(Bb Maj: Bb D F; A# Maj: A# C## E#)",
-     [](O &o, T v) { o.spelling = v; }, Spellings},
-    {"--names", "", V::Word, "SYSTEM", S::Look, false,
+     [](O &o, T, int v) { o.spelling = Spelling(v); },
+     SpellingChoices, ~(kModes | kWindowImage | kSound)},
+    {"--names", "", V::Choice, "SYSTEM", S::Look,
      "the note names read and written everywhere (--root,\n--tuning, --identify, the chart, the answers):\n@NAMES@",
-     [](O &o, T v) { o.names = v; }, NameSystems},
-    {"--labels", "", V::Word, "WHAT", S::Look, false,
+     [](O &o, T, int v) { o.names = NameSystem(v); },
+     NameChoices, ~(kWindowImage | kSound)},
+    {"--labels", "", V::Choice, "WHAT", S::Look,
      "what the chart's cells show: notes (default), degrees\nabove the root (R, b3, 3, 5, b7, 9, ...) or both (\"Eb b7\")",
-     [](O &o, T v) { o.labels = v; }, LabelKinds},
-    {"--palette", "", V::Word, "COLOURS", S::Look, false,
+     [](O &o, T, int v) { o.labels = Labels(v); },
+     LabelChoices, kText | kChartImage | kBook},
+    {"--palette", "", V::Choice, "COLOURS", S::Look,
      "window (default, the program's colours) or colour-blind:\nthe four chord tones' cells filled with hues that stay\n"
      "apart under the common colour blindnesses, the text black\nor white by contrast, no green stripe",
-     [](O &o, T v) { o.palette = v; }, Palettes},
-    {"--left-handed", "", V::None, "", S::Look, false,
+     [](O &o, T, int v) { o.palette = Palette(v); },
+     PaletteChoices, kChartImage | kBook},
+    {"--left-handed", "", V::None, "", S::Look,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
-     [](O &o, T) { o.leftHanded = true; }, nullptr},
-    {"--flip", "", V::None, "", S::Look, false,
+     [](O &o, T, int) { o.leftHanded = true; },
+     nullptr, kText | kChartImage | kBook | kDiagrams | kFingeringBook},
+    {"--flip", "", V::None, "", S::Look,
      "the last string on top; the label row stays the top row.\nThe notes table is a legend: neither option turns it",
-     [](O &o, T) { o.flip = true; }, nullptr},
+     [](O &o, T, int) { o.flip = true; },
+     nullptr, kText | kChartImage | kBook | kDescribe},
 
-    {"--identify", "", V::List, "NOTES", S::Naming, false,
+    {"--identify", "", V::List, "NOTES", S::Naming,
      "2 to 4 note names in any spelling and order, comma-\nseparated: every root and chord type of exactly those\n"
      "notes, then every one that holds them all, one a line",
-     [](O &o, T v) { o.identify = v; }, NoteNames},
-    {"--identify-frets", "", V::List, "P1,P2[,P3[,P4]]", S::Naming, false,
+     [](O &o, T v, int) { o.identify = v; },
+     NoteChoices, 0},
+    {"--identify-frets", "", V::List, "P1,P2[,P3[,P4]]", S::Naming,
      "a fret per string as the chart's heading line names it\n(0..22; 6+, 13+ on the boards that have them), or x for\n"
      "a string not played, on the chosen layout and tuning;\nwith --capo, 0 is the capo: first the notes sounding\n"
      "there, then the chords they make, as above",
-     [](O &o, T v) { o.identifyFrets = v; }, nullptr},
+     [](O &o, T v, int) { o.identifyFrets = v; }},
 
-    {"--voicings", "", V::None, "", S::Fingering, false,
+    {"--voicings", "", V::None, "", S::Fingering,
      "the chord's fingerings instead of the chart, best first,\none a line: positions by fret name | notes | degrees,\n"
      "then what is left out (\"0 0 2 | D A F# | R 5 3\"). With\n--png, --svg or --pdf: chord diagrams; with --book: a\n"
      "fingering book, each root's chords with their best ones.\nRanked: fewer fretted strings first, then the lower hand\n"
      "position, then the smaller reach, then the root on the\nlowest sounding string; equal ones in position order.\n"
-     "A PDF takes as many pages as the diagrams need; a PNG or\nSVG is at most 10000 pixels tall (at --scale 1): for\n"
+     "A PDF takes as many pages as the diagrams need; a PNG or\nSVG is at most 10000 pixels tall (at --pixel-scale 1): for\n"
      "more, ask for fewer with --count or use --pdf",
-     [](O &o, T) { o.voicings = true; }, nullptr},
-    {"--reach", "", V::Word, "N", S::Fingering, false,
+     [](O &o, T, int) { o.voicings = true; }},
+    {"--reach", "", V::Word, "N", S::Fingering,
      "largest distance in positions between the lowest and the\nhighest fretted string, 1..22 (default 3); open strings\nare free",
-     [](O &o, T v) { o.reach = Whole("--reach", v, 1, 22); }, nullptr},
-    {"--highest", "", V::Word, "P", S::Fingering, false,
+     [](O &o, T v, int) { o.reach = Whole("--reach", v, 1, 22); }},
+    {"--highest", "", V::Word, "P", S::Fingering,
      "highest fret used, named as in the chart's heading line\n(default 12, or higher to leave a reach above the capo)",
-     [](O &o, T v) { o.highest = v; }, nullptr},
-    {"--muted-ok", "", V::None, "", S::Fingering, false,
+     [](O &o, T v, int) { o.highest = v; }},
+    {"--muted-ok", "", V::None, "", S::Fingering,
      "a string may be left unplayed (x)",
-     [](O &o, T) { o.mutedOk = true; }, nullptr},
-    {"--count", "", V::Word, "N", S::Fingering, false,
+     [](O &o, T, int) { o.mutedOk = true; }},
+    {"--count", "", V::Word, "N", S::Fingering,
      "how many fingerings at most, 1..999 (default 10)",
-     [](O &o, T v) { o.count = Whole("--count", v, 1, 999); }, nullptr},
-    {"--capo", "", V::Word, "P", S::Fingering, false,
+     [](O &o, T v, int) { o.count = Whole("--count", v, 1, 999); }},
+    {"--capo", "", V::Word, "P", S::Fingering,
      "a capo at a fret, named as in the chart's heading line\n(3, 6+). Every output takes it: the chart leaves the\n"
      "positions below it empty and heads it \"capo\", the open-\nstring column shows what sounds there; fingerings,\n"
      "--identify-frets and --describe count from it (0 is the\ncapo)",
-     [](O &o, T v) { o.capo = v; }, nullptr},
-    {"--modes", "", V::None, "", S::Naming, false,
+     [](O &o, T v, int) { o.capo = v; },
+     nullptr, ~kWindowImage},
+    {"--modes", "", V::None, "", S::Naming,
      "the seven modes (ionian .. locrian) each string plays from\nits open note, or from --root, with every note on the\n"
      "layout's frets, and where: by position and fret name",
-     [](O &o, T) { o.modes = true; }, nullptr},
+     [](O &o, T, int) { o.modes = true; }},
 
-    {"--version", "", V::None, "", S::Other, false,
+    {"--version", "", V::None, "", S::Other,
      "the version, the same as the program's",
-     [](O &o, T) { o.version = true; }, nullptr},
-    {"--help", "-h", V::None, "", S::Other, false,
+     [](O &o, T, int) { o.version = true; }},
+    {"--help", "-h", V::None, "", S::Other,
      "this text",
-     [](O &o, T) { o.help = true; }, nullptr},
+     [](O &o, T, int) { o.help = true; }},
 };
 // clang-format on
+
+// The option names as words, each with its short name; a near miss gets
+// "did you mean" as a mistyped value does.
+const Choices &OptionChoices() {
+    static const Choices choices = [] {
+        Choices c{"option", {}, nullptr, "see --help"};
+        for (std::size_t i = 0; i < std::size(kOptions); ++i) {
+            c.words.push_back({std::string(kOptions[i].name), static_cast<int>(i)});
+            if (!kOptions[i].shortName.empty())
+                c.words.back().also.emplace_back(kOptions[i].shortName);
+        }
+        return c;
+    }();
+    return choices;
+}
+
+// The outputs the options ask for (Used bits), each with the option that asks.
+std::vector<std::pair<unsigned, std::string>> Chosen(const Options &o) {
+    if (o.identify || o.identifyFrets || o.modes)
+        return {o.identify        ? std::pair{kIdentify, "--identify"}
+                : o.identifyFrets ? std::pair{kIdentifyFrets, "--identify-frets"}
+                                  : std::pair{kModes, "--modes"}};
+    std::vector<std::pair<unsigned, std::string>> out;
+    if (o.text || o.tsv || o.describe || o.output ||
+        !(o.png || o.svg || o.pdf || o.book || o.windowImage || o.wav || o.midi))
+        out.push_back(o.voicings   ? std::pair{kVoicingsText, "--voicings"}
+                      : o.tsv      ? std::pair{kTsv, "--tsv"}
+                      : o.describe ? std::pair{kDescribe, "--describe"}
+                                   : std::pair{kText, "the chart as text"});
+    const unsigned drawn = o.voicings ? kDiagrams : kChartImage;
+    const std::pair<bool, std::pair<unsigned, const char *>> files[] = {
+        {bool(o.png), {drawn | kPng, "--png"}},
+        {bool(o.svg), {drawn, "--svg"}},
+        {bool(o.pdf), {drawn | kPdf, "--pdf"}},
+        {bool(o.windowImage), {kWindowImage, "--window-image"}},
+        {bool(o.book), {o.voicings ? kFingeringBook : kBook, "--book"}},
+        {bool(o.wav), {kSound, "--wav"}},
+        {bool(o.midi), {kSound, "--midi"}}};
+    for (const auto &[given, output] : files)
+        if (given)
+            out.emplace_back(output);
+    return out;
+}
+
+// An option none of the chosen outputs reads would be dropped without a
+// word; the player is told instead.
+void CheckUsed(const Options &o) {
+    unsigned used = 0;
+    std::vector<std::string> outputs;
+    for (const auto &[bits, option] : Chosen(o)) {
+        used |= bits;
+        outputs.push_back(option);
+    }
+    for (const std::string_view name : o.given)
+        if (const OptionSpec *entry = FindOption(name); entry->usedBy && !(entry->usedBy & used))
+            throw BadInput("option " + std::string(name) + " changes nothing in " +
+                           Join(outputs, " or ") + "; leave it out");
+}
 
 // The options given among those that make text or files of the chart.
 std::vector<std::string> ChartOutputs(const Options &o) {
@@ -262,17 +284,17 @@ void CheckCombinations(const Options &o) {
     const char *answer = o.identify        ? "--identify"
                          : o.identifyFrets ? "--identify-frets"
                                            : "--modes";
-    if (o.scaleName && (o.identify || o.identifyFrets || o.modes))
+    if (o.scale && (o.identify || o.identifyFrets || o.modes))
         throw BadInput("--scale draws a chart and does not combine with " + std::string(answer));
     if ((o.identify || o.identifyFrets || o.modes) && !outputs.empty())
         throw BadInput(std::string(answer) + " prints text only and does not combine with " +
                        outputs[0]);
-    if (o.scaleName && (o.chord || o.spelling || o.book))
+    if (o.scale && (o.chord || o.Given("--spelling") || o.book))
         throw BadInput(std::string("--scale shows a scale spelled by its degrees in place of a "
                                    "chord and does not combine with ") +
-                       (o.chord      ? "--chord"
-                        : o.spelling ? "--spelling"
-                                     : "--book"));
+                       (o.chord                 ? "--chord"
+                        : o.Given("--spelling") ? "--spelling"
+                                                : "--book"));
     if (o.voicings && (o.tsv || o.describe || o.identify || o.identifyFrets || o.modes))
         throw BadInput(
             std::string("--voicings does not combine with ") +
@@ -282,7 +304,7 @@ void CheckCombinations(const Options &o) {
              : o.identify ? "--identify"
                           : "--identify-frets") +
             "; it prints text (-o for a file) or diagrams (--png, --svg, --pdf, --book)");
-    if (o.voicings && o.scaleName)
+    if (o.voicings && o.scale)
         throw BadInput("--voicings fingers a chord and does not combine with --scale");
     const std::pair<bool, const char *> limits[] = {{bool(o.reach), "--reach"},
                                                     {bool(o.highest), "--highest"},
@@ -358,7 +380,6 @@ const OptionSpec *FindOption(std::string_view name) {
 
 Options ParseArguments(const std::vector<std::string> &args) {
     Options o;
-    std::vector<const OptionSpec *> seen;
     for (std::size_t i = 0; i < args.size(); ++i) {
         std::string name = args[i];
         std::optional<std::string> value;
@@ -367,9 +388,7 @@ Options ParseArguments(const std::vector<std::string> &args) {
             value = name.substr(name.find('=') + 1);
             name.erase(name.find('='));
         }
-        const OptionSpec *entry = FindOption(name);
-        if (!entry)
-            throw BadInput("unknown option \"" + name + "\"; see --help");
+        const OptionSpec *entry = &kOptions[ReadChoice(OptionChoices(), name).value];
         if (entry->kind == ValueKind::None) {
             if (value)
                 throw BadInput("option " + name + " takes no value");
@@ -394,34 +413,74 @@ Options ParseArguments(const std::vector<std::string> &args) {
             throw BadInput("option " + name + " needs " +
                            (entry->kind == ValueKind::File ? "a file name" : "a value") +
                            ", not \"" + *value + "\"");
-        if (entry->output && std::find(seen.begin(), seen.end(), entry) != seen.end())
+        // A second value would silently win over the first.
+        if (o.Given(entry->name))
             throw BadInput("option " + std::string(entry->name) + " is given twice");
-        seen.push_back(entry);
-        entry->store(o, *value);
+        o.given.push_back(entry->name);
+        const bool choice = entry->kind == ValueKind::Choice;
+        entry->store(o, *value, choice ? ReadChoice(entry->choices(), *value).value : 0);
     }
     CheckCombinations(o);
+    if (!o.help && !o.version)
+        CheckUsed(o);
     return o;
+}
+
+bool Options::Given(std::string_view option) const {
+    return std::find(given.begin(), given.end(), option) != given.end();
+}
+
+std::string_view SectionHeading(Section section, bool manual) {
+    static const std::pair<const char *, const char *> kHeadings[] = {
+        {"Selections (names as in the program's menus; defaults are its start values):",
+         "SELECTIONS"},
+        {"Output (text goes to standard output unless -o is given):", "OUTPUT"},
+        {"How the chart is shown (text, images and the book alike):", "HOW THE CHART IS SHOWN"},
+        {"Naming chords, and modes (these print text only and take no other output option):",
+         "CHORD FINDING"},
+        {"Fingerings and the capo:", "FINGERINGS AND THE CAPO"},
+        {"Other:", "OTHER OPTIONS"},
+    };
+    const auto &[help, man] = kHeadings[static_cast<std::size_t>(section)];
+    return manual ? man : help;
+}
+
+std::string OptionHelp(const OptionSpec &entry, std::size_t column) {
+    std::string help(entry.help);
+    if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
+        help.replace(at, 8, ChordList(column));
+    if (const auto at = help.find("@NAMES@"); at != std::string::npos)
+        help.replace(at, 7, NameSystemLines());
+    return help;
+}
+
+std::string CompletionWords(const std::string &option) {
+    std::string out;
+    if (option.empty()) {
+        for (const OptionSpec &entry : kOptions)
+            out += (entry.shortName.empty() ? "" : std::string(entry.shortName) + "\n") +
+                   std::string(entry.name) + "\n";
+        return out;
+    }
+    const OptionSpec &entry = kOptions[ReadChoice(OptionChoices(), option).value];
+    static const char *const kKinds[] = {"none", "word", "word", "list", "file"};
+    out = std::string(kKinds[static_cast<std::size_t>(entry.kind)]) + "\n";
+    if (entry.choices)
+        for (const Word &choice : entry.choices().words)
+            out += choice.word + "\n";
+    return out;
 }
 
 std::string HelpText() {
     constexpr std::size_t kColumn = 21;
-    static const std::pair<Section, const char *> kHeadings[] = {
-        {Section::Selection,
-         "Selections (names as in the program's menus; defaults are its start values):"},
-        {Section::Output, "Output (text goes to standard output unless -o is given):"},
-        {Section::Look, "How the chart is shown (text, images and the book alike):"},
-        {Section::Naming,
-         "Naming chords, and modes (these print text only and take no other output option):"},
-        {Section::Fingering, "Fingerings and the capo:"},
-        {Section::Other, "Other:"},
-    };
     std::string out = R"(Usage: varnock-chart [options]
 
 Prints or exports Varnock's chord chart: the same chord model and the same
 cell painting as the program's window, without opening a window.
 )";
-    for (const auto &[section, heading] : kHeadings) {
-        out += std::string("\n") + heading + "\n";
+    for (int s = 0; s <= static_cast<int>(Section::Other); ++s) {
+        const auto section = static_cast<Section>(s);
+        out += "\n" + std::string(SectionHeading(section)) + "\n";
         for (const OptionSpec &entry : kOptions) {
             if (entry.section != section)
                 continue;
@@ -435,12 +494,7 @@ cell painting as the program's window, without opening a window.
                 out += left + "\n" + std::string(kColumn, ' ');
             else
                 out += left + std::string(kColumn - left.size(), ' ');
-            std::string help(entry.help);
-            if (const auto at = help.find("@CHORDS@"); at != std::string::npos)
-                help.replace(at, 8, ChordList(kColumn));
-            if (const auto at = help.find("@NAMES@"); at != std::string::npos)
-                help.replace(at, 7, NameSystemLines());
-            out += Indented(help, kColumn);
+            out += Indented(OptionHelp(entry, kColumn), kColumn);
         }
     }
     out += R"(
@@ -456,7 +510,7 @@ Exit status: 0 done, 1 a file could not be written, 2 bad option or value
 Examples:
   varnock-chart --root D
   varnock-chart --frets Chromatic --tuning D,A,D,G --root D --chord 7 --tsv
-  varnock-chart --root "F#" --chord m7 --png fsharp-m7.png --scale 2
+  varnock-chart --root "F#" --chord m7 --png fsharp-m7.png --pixel-scale 2
   varnock-chart --from-settings --root Gb --chord Maj --svg chart.svg
   varnock-chart --tuning D,A,D --book dad.pdf --chords Maj,m,7
   varnock-chart --root D --left-handed --flip --png lefty.png

@@ -1,10 +1,15 @@
 #pragma once
 
-// varnock-chart's command line: one table of its options, and what the user
-// asked for, still as typed. The parser, --help, and the checks that the bash
-// completion and the manual page name the same options all read the table.
+// varnock-chart's command line: one table of its options, each word-valued
+// one with the words it takes, and what the user asked for. The parser,
+// --help, the bash completion (through --completion-words) and the manual
+// page all read the table.
 
 #include "cli/errors.h"
+#include "export/notenames.h"
+#include "export/spelling.h"
+#include "music/scales.h"
+#include "platform/words.h"
 
 #include <optional>
 #include <span>
@@ -14,9 +19,12 @@
 
 namespace varnock::cli {
 
-// What the user asked for, still as typed; nothing is resolved yet.
+// What the user asked for. Words from a fixed list are read at once; notes,
+// which depend on --names, and positions, which depend on the layout, stay
+// as typed.
 struct Options {
-    std::optional<std::string> frets, strings, tuning, root, chord;
+    std::optional<int> frets, strings, chord; // layout mode, 3 or 4, chord type
+    std::optional<std::string> tuning, root;
     std::optional<std::string> roots, chords; // subsets for the book
     bool fromSettings = false;
     bool help = false;
@@ -27,13 +35,15 @@ struct Options {
     std::optional<std::string> png, svg, pdf, book;
     std::optional<std::string> wav, midi, octaves; // the sound of the chord or scale
     std::optional<std::string> windowImage;        // the PNG exactly as the window shows it
-    std::optional<std::string> paper;
-    int scale = 1;
-    std::optional<std::string> scaleName; // a scale in place of the chord
-    bool modes = false;                   // the modes each string plays
+    Paper paper = Paper::A4;
+    int pixelScale = 1;
+    const Scale *scale = nullptr; // a scale in place of the chord
+    bool modes = false;           // the modes each string plays
     // How the chart is shown; the window knows none of these.
-    std::optional<std::string> spelling, labels, palette;
-    std::optional<std::string> names; // english, german or latin note names
+    Spelling spelling = Spelling::Musician;
+    Labels labels = Labels::Notes;
+    Palette palette = Palette::Window;
+    NameSystem names = NameSystem::English;
     bool leftHanded = false;
     bool flip = false;
     // Answers in words instead of the chart.
@@ -44,15 +54,54 @@ struct Options {
     std::optional<std::string> highest, capo;
     std::optional<int> reach, count;
     bool mutedOk = false;
+    std::vector<std::string_view> given; // the options given, by their long names
+
+    bool Given(std::string_view option) const;
 };
 
 enum class Section { Selection, Output, Look, Naming, Fingering, Other };
+// The heading of a section in --help and, in capitals, in the manual page.
+std::string_view SectionHeading(Section section, bool manual = false);
+
+// The words an option takes.
+struct Choices {
+    std::string noun; // what a word is called in an answer: "chord", "palette"
+    std::vector<Word> words;
+    // The answer to a word that only this option explains ("Dm" as a chord:
+    // a root and a type), or "".
+    std::string (*explain)(const std::string &typed) = nullptr;
+    std::string accepted = {}; // the answer's "accepted: ..." when not the words
+};
+
+// The one reader of the words every option takes (MatchWord). BadInput for
+// a word not taken, naming it, the words it likely means and what is accepted.
+const Word &ReadChoice(const Choices &choices, const std::string &typed);
+
+// The outputs an option can change, for refusing one that would be ignored.
+enum Used : unsigned {
+    kText = 1u << 0, // the chart as text, or the default output
+    kTsv = 1u << 1,
+    kDescribe = 1u << 2,
+    kVoicingsText = 1u << 3,
+    kChartImage = 1u << 4, // --png, --svg, --pdf of the chart
+    kPng = 1u << 5,        // of the chart or the diagrams
+    kPdf = 1u << 6,        // of the chart or the diagrams
+    kDiagrams = 1u << 7,
+    kWindowImage = 1u << 8,
+    kBook = 1u << 9,
+    kFingeringBook = 1u << 10,
+    kSound = 1u << 11,
+    kIdentify = 1u << 12,
+    kIdentifyFrets = 1u << 13,
+    kModes = 1u << 14,
+};
 
 enum class ValueKind {
-    None, // a switch
-    Word, // one value, often from a fixed list
-    List, // comma-separated values
-    File, // a file to write
+    None,   // a switch
+    Word,   // one value
+    Choice, // one word of the row's choices
+    List,   // comma-separated values
+    File,   // a file to write
 };
 
 struct OptionSpec {
@@ -61,14 +110,15 @@ struct OptionSpec {
     ValueKind kind;
     std::string_view valueName; // "NOTE" in the help; empty for a switch
     Section section;
-    // Makes text or files of the chart: given twice is an error, and the
-    // answers in words (--identify, --identify-frets) take none of them.
-    bool output;
-    std::string_view help; // the help's lines, joined by "\n"
-    // Stores the value (or "" for a switch); BadInput for a value it refuses.
-    void (*store)(Options &, const std::string &);
-    // The values it takes, for completion and messages; none for free ones.
-    std::vector<std::string> (*accepted)();
+    std::string_view help; // the help's lines, joined by "\n"; see OptionHelp
+    // Stores the value (or "" for a switch), with a Word's value; BadInput
+    // for a value it refuses.
+    void (*store)(Options &, const std::string &, int);
+    // The words it takes (a list's entries); nullptr for free values.
+    const Choices &(*choices)() = nullptr;
+    // The outputs it changes (Used bits); 0 for all. Given for none of the
+    // outputs chosen, it is refused rather than ignored.
+    unsigned usedBy = 0;
 };
 
 // The longest value of each kind an option takes: a file name as Linux
@@ -82,10 +132,19 @@ std::span<const OptionSpec> OptionTable();
 const OptionSpec *FindOption(std::string_view name);
 
 // Reads the command line (without argv[0]). BadInput on an unknown option, a
-// missing value, a value that looks like an option, an output option given
-// twice, a bad --scale, --reach or --count, or options that exclude each other.
+// missing value, a value that looks like an option, an option given twice, a
+// word not among its choices, a bad --reach or --count, options that exclude
+// each other, or one that none of the outputs asked for would use.
 Options ParseArguments(const std::vector<std::string> &args);
 
+// The row's help with the catalogue's lists written in, the lines starting
+// at `column` of a terminal.
+std::string OptionHelp(const OptionSpec &entry, std::size_t column);
 std::string HelpText();
+
+// For the bash completion: with no option, every option's name, a line each;
+// with one, what it takes on the first line (none, word, list or file), then
+// the words it takes. BadInput for an unknown option.
+std::string CompletionWords(const std::string &option);
 
 } // namespace varnock::cli

@@ -13,10 +13,6 @@ namespace varnock::output {
 
 using namespace music;
 
-// The scale a player named ("Dorian", "min-pent"); BadInput naming the value,
-// a near miss and the scales there are.
-const Scale &ResolveScale(const std::string &name);
-
 // `board` is any sheet of the layout and tuning; its chord is replaced by the
 // scale on `root` as typed in English names ("Bb", "F#"): each note where a
 // position sounds it, the root's colour first, the notes table holding the

@@ -16,10 +16,6 @@ namespace varnock::output {
 
 using namespace music;
 
-// "musician" (also when absent), "sharps", "flats" or "chord" in any case;
-// BadInput otherwise.
-Spelling ResolveSpelling(const std::optional<std::string> &text);
-
 // The root a chord is spelled from, as typed (WrittenRoot); "" when absent,
 // so that Spell names it as a player would.
 std::string SpellingRoot(const std::optional<std::string> &typed);
@@ -37,8 +33,6 @@ ChartSheet Spell(const ChartSheet &sheet, Spelling spelling, const std::string &
 // What the chart's cells show: note names, degrees above the root (R, b3, 5,
 // b7, 9), or both ("Eb b7").
 enum class Labels { Notes, Degrees, Both };
-// "notes" (also when absent), "degrees" or "both" in any case; BadInput otherwise.
-Labels ResolveLabels(const std::optional<std::string> &text);
 
 // The sheet with a second notes row: each note's degree under its name.
 // A sheet of no chord type comes back as it is.

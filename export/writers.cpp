@@ -85,28 +85,6 @@ void WritePng(const FileName &path, const ChartSheet &sheet, int scale,
     SavePng(path, RenderChartPage(sheet, ChartTitle(sheet), scale, orientation, palette));
 }
 
-Palette ResolvePalette(const std::optional<std::string> &text) {
-    if (!text)
-        return Palette::Window;
-    const std::string lower = LCase(*text);
-    if (lower == "window")
-        return Palette::Window;
-    if (lower == "colour-blind" || lower == "color-blind")
-        return Palette::ColourBlind;
-    throw BadInput("unknown palette \"" + *text + "\"; accepted: window, colour-blind");
-}
-
-Paper ResolvePaper(const std::optional<std::string> &text) {
-    if (!text)
-        return Paper::A4;
-    const std::string lower = LCase(*text);
-    if (lower == "a4")
-        return Paper::A4;
-    if (lower == "letter")
-        return Paper::Letter;
-    throw BadInput("unknown paper \"" + *text + "\"; accepted: a4, letter");
-}
-
 void WriteSvg(const FileName &path, const ChartSheet &sheet, ChartOrientation orientation,
               Palette palette) {
     OutputFile file(path);

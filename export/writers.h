@@ -27,13 +27,7 @@ void WritePng(const FileName &path, const ChartSheet &sheet, int scale,
               ChartOrientation orientation = {}, Palette palette = Palette::Window);
 void WriteSvg(const FileName &path, const ChartSheet &sheet, ChartOrientation orientation = {},
               Palette palette = Palette::Window);
-// "window" (also when absent) or "colour-blind" (also "color-blind") in any
-// case; BadInput otherwise.
-Palette ResolvePalette(const std::optional<std::string> &text);
-
 enum class Paper { A4, Letter };
-// "a4" (also when absent) or "letter" in any case; BadInput otherwise.
-Paper ResolvePaper(const std::optional<std::string> &text);
 // Margins of a printed page, in points.
 constexpr double kPageMargin = 42;
 // One landscape page of the paper, the sheet scaled to the width inside the margins.

@@ -197,10 +197,11 @@ for page in varnock varnock-chart; do
 done
 
 complete_words() {
-    # complete_words EXPECTED WORD...: the completions of the last word.
+    # complete_words EXPECTED WORD...: the completions of the last word. The
+    # completion asks the packaged command for its words.
     local expected=$1 got
     shift
-    got=$(bash --norc --noprofile -c '
+    got=$(PATH=$usr/bin:$PATH bash --norc --noprofile -c '
         source "$1"; shift
         complete -p varnock-chart >/dev/null || exit 1
         COMP_WORDS=(varnock-chart "$@"); COMP_CWORD=$#
@@ -216,7 +217,8 @@ completion() {
         complete_words "Gb G G#" --root G &&
         complete_words "6 6/9" --chord 6 &&
         complete_words "D,A,Db D,A,D D,A,D#" --tuning D,A,D &&
-        complete_words "sharps" --spelling s
+        complete_words "sharps" --spelling s &&
+        complete_words "colour-blind" --palette c
 }
 check "bash completion of options and values" completion
 

@@ -14,14 +14,19 @@
 #include "support.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QImage>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <map>
+#include <regex>
 #include <set>
+#include <sstream>
 
 using namespace varnock;
 using cli::Labels;
@@ -116,7 +121,7 @@ TEST(ChartOrientation, TextTurnsAndTsvStaysInPositionOrder) {
         EXPECT_EQ(lines.back(), "Notes: D F# A C");
     }
     EXPECT_EQ(RunChart({"--frets", "Chromatic", "--tuning", "D,A,D,G", "--root", "D", "--chord",
-                        "7", "--tsv", "--left-handed", "--flip"})
+                        "7", "--tsv"})
                   .out,
               cli::ChartTsv(sheet));
 }
@@ -161,6 +166,8 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
 }
 
 TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
+    // Chromatic, D A D. Each root as typed, with its first letter raised; a
+    // menu text by its sharp.
     OpenWindow w;
     Select(*w, Chart("Chromatic", "D,A,D", "A", "Maj"));
     // Each root as typed, with its first letter raised; a menu text by its sharp.
@@ -252,9 +259,6 @@ TEST(ChartLabels, EachCellShowsItsNotesDegreeInTheNotesColour) {
     const Outcome run = RunChart({"--root", "G", "--chord", "m7", "--labels", "Degrees"});
     EXPECT_NE(run.out.find("\nNotes: G Bb D F\nDegrees: R b3 5 b7\n"), std::string::npos)
         << run.out;
-    // Scripts read the cells as notes whatever the chart shows.
-    EXPECT_EQ(RunChart({"--root", "G", "--chord", "m7", "--labels", "both", "--tsv"}).out,
-              RunChart({"--root", "G", "--chord", "m7", "--tsv"}).out);
 }
 
 TEST(ChartPalette, ColourBlindTonesFillTheirCellsWithReadableTextAndNoGreenStripe) {
@@ -408,24 +412,34 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         "\"Sus4\", \"add9\", \"madd9\", \"Aug\", \"2\", \"5\", \"6\", \"6/9\", \"9/6\", \"9\", "
         "\"11\", \"13\", \"maj9\", \"maj11\", \"maj13\", \"m6\", \"maj6/9\", \"mmaj7\", "
         "\"mmaj9\", \"m9\", \"m11\", \"m13\", \"7/6\", \"7sus4\"\n";
-    const std::string notes = "accepted: a letter A-G then sharps (#, \u266F, x for two) or flats "
-                              "(b, \u266D), such as F# or Bb\n";
+    const std::string notes =
+        "accepted: a letter A-G then sharps (#, \u266F, x for two) or flats (b, \u266D)\n";
     const std::string frets =
-        "accepted: \"Diatonic\", \"Diatonic with 6+\", \"Diatonic with 1+ and 6+\", \"Chromatic\", "
-        "0..5\n";
+        "accepted: \"Diatonic\", \"Diatonic with 6+\", \"Diatonic with 1+ and "
+        "6+\", \"Chromatic\", \"0\", \"1\", \"2\", \"3\", \"4\", \"5\"\n";
     const std::pair<QStringList, std::string> rows[] = {
         {{"--chord", "M7", "--png", out}, "unknown chord \"M7\"; did you mean \"maj7\"? " + chords},
         {{"--chord", "M", "--png", out}, "unknown chord \"M\"; did you mean \"Maj\"? " + chords},
         {{"--chord", "min7", "--png", out},
          "unknown chord \"min7\"; did you mean \"m7\"? " + chords},
+        {{"--chord", "MIN7", "--png", out},
+         "unknown chord \"MIN7\"; did you mean \"m7\"? " + chords},
         {{"--chord", "Maj8", "--png", out}, "unknown chord \"Maj8\"; " + chords},
         {{"--root", "Dm", "--png", out}, "root \"Dm\" names a chord; use --root D --chord m\n"},
         {{"--root", "Bbmaj7", "--png", out},
          "root \"Bbmaj7\" names a chord; use --root Bb --chord maj7\n"},
         {{"--chord", "F#m7", "--svg", out},
          "chord \"F#m7\" names a root too; use --root F# --chord m7\n"},
-        {{"--root", "H", "--png", out}, "unknown root \"H\"; " + notes},
-        {{"--tuning", "D,A,Hb", "--png", out}, "unknown tuning note \"Hb\"; " + notes},
+        {{"--root", "H", "--png", out},
+         "unknown root \"H\"; did you mean --names german? " + notes},
+        {{"--root", "Sib", "--png", out},
+         "unknown root \"Sib\"; did you mean --names latin? " + notes},
+        {{"--root", "R\u00e9", "--png", out},
+         "unknown root \"R\u00e9\"; did you mean --names latin? "},
+        {{"--tuning", "D,A,Hb", "--png", out},
+         "unknown tuning note \"Hb\"; did you mean --names german? " + notes},
+        {{"--root", "D", "--root", "E", "--png", out}, "option --root is given twice\n"},
+        {{"--flip", "--flip", "--png", out}, "option --flip is given twice\n"},
         {{"--book", "--help"}, "option --book needs a file name, not \"--help\"\n"},
         {{"-o", "--tsv"}, "option -o needs a file name, not \"--tsv\"\n"},
         {{"--png=-x.png"}, "option --png needs a file name, not \"-x.png\"\n"},
@@ -442,20 +456,34 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--chord", "--svg", out}, "option --chord needs a value, not \"--svg\"\n"},
         {{"--frets", "Fretless", "--svg", out}, "unknown fret layout \"Fretless\"; " + frets},
         {{"--frets", "6", "--pdf", out}, "unknown fret layout \"6\"; " + frets},
-        {{"--strings", "5", "--book", out}, "unknown string count \"5\"; accepted: 3, 4\n"},
-        {{"--scale", "3", "--output", out}, "unknown scale \"3\"; accepted: major, dorian"},
+        {{"--frets", "diatonic with 6", "--svg", out},
+         "unknown fret layout \"diatonic with 6\"; did you mean \"Diatonic with 6+\"? " + frets},
+        {{"--strings", "5", "--book", out}, "unknown string count \"5\"; accepted: \"3\", \"4\"\n"},
+        {{"--scale", "2", "--png", out},
+         "--scale \"2\" names no scale: the PNG's pixel scale moved to --pixel-scale 2\n"},
+        {{"--pixel-scale", "5", "--png", out},
+         "--pixel-scale \"5\" is not accepted; a whole number 1..4"},
+        {{"--scale", "pentatonic", "--png", out},
+         "unknown scale \"pentatonic\"; did you mean \"major pentatonic\" or \"minor "
+         "pentatonic\"?"},
         {{"--nonsense", "-o", out}, "unknown option \"--nonsense\"; see --help\n"},
+        {{"--voicing", "-o", out},
+         "unknown option \"--voicing\"; did you mean \"--voicings\"? see --help\n"},
+        {{"--lefthanded", "--png", out},
+         "unknown option \"--lefthanded\"; did you mean \"--left-handed\"? see --help\n"},
         {{"--book-roots", "A", "--book", out}, "unknown option \"--book-roots\"; see --help\n"},
-        {{"--roots", "A,H", "--book", out}, "unknown root \"H\"; " + notes},
+        {{"--roots", "A,H", "--book", out},
+         "unknown root \"H\"; did you mean --names german? " + notes},
         {{"--chords", "Maj,X", "--book", out}, "unknown chord \"X\"; " + chords},
         {{"--spelling", "flat", "--png", out},
-         "\"flat\"; accepted: musician, sharps, flats, chord"},
-        {{"--paper", "a5", "--pdf", out}, "unknown paper \"a5\"; accepted: a4, letter"},
+         "\"flat\"; did you mean \"flats\"? accepted: musician, sharps, flats, chord"},
+        {{"--paper", "b4", "--pdf", out},
+         "unknown paper \"b4\"; did you mean \"a4\"? accepted: \"a4\", \"letter\""},
         {{"--palette", "grey", "--png", out},
          "unknown palette \"grey\"; accepted: window, colour-blind"},
         {{"--labels", "note", "--png", out},
-         "unknown labels \"note\"; accepted: notes, degrees, both"},
-        {{"--identify", "D,H"}, "\"H\" is not a note name"},
+         "unknown labels \"note\"; did you mean \"notes\"? accepted: notes, degrees, both"},
+        {{"--identify", "D,H"}, "unknown note \"H\"; did you mean --names german? " + notes},
         {{"--identify", "D,F#,A,C,E"}, "names 5 notes; accepted: 2 to 4"},
         {{"--identify", "D"}, "names 1 note;"},
         {{"--identify", "D,d"}, "one note only"},
@@ -482,13 +510,28 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--identify", "D,A", "--identify-frets", "0,0,0"}, "exclude each other"},
         {{"--describe", "--tsv", "-o", out}, "exclude each other"},
         {{"--scale", "dorain", "--wav", out},
-         "unknown scale \"dorain\"; did you mean \"dorian\"? accepted: major, dorian"},
+         "unknown scale \"dorain\"; did you mean \"dorian\"? accepted: \"major\", \"dorian\""},
         {{"--names", "greek", "--wav", out},
          "unknown note names \"greek\"; accepted: english, german, latin"},
-        {{"--names", "german", "--root", "Bes", "--wav", out},
-         "--root \"Bes\" is no german note name; accepted: C D E F G A H"},
-        {{"--names", "latin", "--tuning", "D,A,D", "--midi", out},
-         "--tuning \"D\" is no latin note name"},
+        {{"--names", "german", "--root", "Bes", "--png", out},
+         "unknown root \"Bes\" in german names; accepted: C D E F G A H"},
+        {{"--names", "latin", "--tuning", "D,A,D", "--svg", out},
+         "unknown tuning note \"D\" in latin names; did you mean --names english?"},
+        // What none of the outputs asked for would use is refused, not dropped.
+        {{"--window-image", out, "--palette", "colour-blind"},
+         "option --palette changes nothing in --window-image; leave it out\n"},
+        {{"--book", out, "--root", "E"}, "option --root changes nothing in --book; leave it out\n"},
+        {{"--labels", "both", "--tsv"}, "option --labels changes nothing in --tsv; leave it out\n"},
+        {{"--octaves", "3,3,4", "--png", out},
+         "option --octaves changes nothing in --png; leave it out\n"},
+        {{"--roots", "A", "--pdf", out}, "option --roots changes nothing in --pdf; leave it out\n"},
+        {{"--voicings", "--flip", "--svg", out}, "option --flip changes nothing in --svg;"},
+        {{"--paper", "letter", "--png", out}, "option --paper changes nothing in --png;"},
+        {{"--capo", "2", "--window-image", out},
+         "option --capo changes nothing in --window-image;"},
+        {{"--spelling", "flats", "--window-image", out}, "option --spelling changes nothing in"},
+        {{"--tsv", "--left-handed"},
+         "option --left-handed changes nothing in --tsv; leave it out\n"},
         {{"--octaves", "3,3", "--wav", out},
          "--octaves \"3,3\" names 2 octaves for 3 strings; accepted: one octave 0..8 per string"},
         {{"--octaves", "3,9,4", "--wav", out}, "--octaves entry \"9\" is not an octave"},
@@ -510,4 +553,101 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         EXPECT_TRUE(run.out.empty()) << run.out;
         EXPECT_TRUE(QDir(dir.path()).isEmpty()) << name;
     }
+}
+
+// One reader takes every word-valued option's words: the same slip gets the
+// same answer whichever option it is typed for.
+TEST(ChartCommand, EveryWordIsReadAlike) {
+    struct Row {
+        const cli::Choices &(*choices)();
+        const char *typed, *taken; // "" where it is refused
+    };
+    const Row rows[] = {
+        {cli::ChordChoices, "maj", "Maj"},
+        {cli::ChordChoices, "dim", "Dim"},
+        {cli::ChordChoices, "sus4", "Sus4"},
+        {cli::ChordChoices, "MAJ7", "maj7"},
+        {cli::ChordChoices, "m", "m"},
+        {cli::ChordChoices, "M", ""},
+        {cli::ChordChoices, "M7", ""},
+        {cli::PaletteChoices, "colorblind", "colour-blind"},
+        {cli::PaletteChoices, "Colour Blind", "colour-blind"},
+        {cli::ScaleChoices, "Natural_Minor", "natural minor"},
+        {cli::ScaleChoices, "min-pent", "minor pentatonic"},
+        {cli::ScaleChoices, "pentatonic", ""},
+        {cli::LayoutChoices, "CHROMATIC", "Chromatic"},
+        {cli::LayoutChoices, "diatonic-with-6+", "Diatonic with 6+"},
+        {cli::PaperChoices, "Letter", "letter"},
+        {cli::NameChoices, "LATIN", "latin"},
+        {cli::SpellingChoices, "Sharps", "sharps"},
+        {cli::LabelChoices, "sharps", ""},
+    };
+    for (const Row &r : rows) {
+        std::string taken;
+        try {
+            taken = cli::ReadChoice(r.choices(), r.typed).word;
+        } catch (const cli::BadInput &) {
+        }
+        EXPECT_EQ(taken, r.taken) << r.typed;
+    }
+}
+
+// The completion asks the command for its words, and the manual page is
+// written from the table: both name exactly the table's options.
+TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
+    std::set<std::string> table;
+    for (const cli::OptionSpec &entry : cli::OptionTable()) {
+        table.insert(std::string(entry.name));
+        if (!entry.shortName.empty())
+            table.insert(std::string(entry.shortName));
+    }
+    // What bash offers after the words typed, the command on the PATH.
+    const auto complete = [](const QStringList &words) {
+        QProcess bash;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("PATH", QFileInfo(VARNOCK_CHART_EXE).path() + ":" + env.value("PATH"));
+        bash.setProcessEnvironment(env);
+        bash.start("bash", QStringList{"--norc", "--noprofile", "-c", R"(source "$1"; shift
+            COMP_WORDS=(varnock-chart "$@"); COMP_CWORD=$#
+            _varnock_chart varnock-chart "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"
+            echo "${COMPREPLY[*]}")",
+                                       "_", VARNOCK_SOURCE_DIR "/resources/varnock-chart.bash"} +
+                               words);
+        bash.waitForFinished();
+        return bash.readAllStandardOutput().trimmed().toStdString();
+    };
+    const std::pair<QStringList, std::string> rows[] = {
+        {{"--le"}, "--left-handed"},
+        {{"--ident"}, "--identify --identify-frets"},
+        {{"--frets", "Diatonic w"}, R"(Diatonic\ with\ 6+ Diatonic\ with\ 1+\ and\ 6+)"},
+        {{"--frets", "=", "Ch"}, "Chromatic"},
+        {{"--root", "G"}, "Gb G G#"},
+        {{"--chord", "6"}, "6 6/9"},
+        {{"--tuning", "D,A,D"}, "D,A,Db D,A,D D,A,D#"},
+        {{"--chords", "Maj,7s"}, "Maj,7sus4"},
+        {{"--palette", "c"}, "colour-blind"},
+        {{"--scale", "ma"}, R"(major major\ pentatonic)"},
+        {{"--reach", ""}, ""},
+        {{"--root", "D", "--ro"}, "--root --roots"},
+    };
+    for (const auto &[words, offered] : rows)
+        EXPECT_EQ(complete(words), offered) << words.join(' ').toStdString();
+    const std::string all = complete({""});
+    std::istringstream offered(all);
+    EXPECT_EQ(std::set<std::string>(std::istream_iterator<std::string>(offered), {}), table);
+
+    const std::string man = ReadBytes(VARNOCK_MAN_PAGE);
+    const std::regex option(R"((\\-)+[A-Za-z0-9](\\-|[A-Za-z0-9])*)");
+    std::set<std::string> listed;
+    std::istringstream lines(man);
+    for (std::string line, previous; std::getline(lines, line); previous = line) {
+        if (previous != ".TP")
+            continue;
+        // "\fB\-o\fR, \fB\-\-output\fR \fIFILE\fR": each option named.
+        for (auto it = std::sregex_iterator(line.begin(), line.end(), option);
+             it != std::sregex_iterator(); ++it)
+            listed.insert(std::regex_replace(it->str(), std::regex(R"(\\-)"), "-"));
+    }
+    EXPECT_EQ(listed, table);
+    EXPECT_NE(man.find(".B 3\n"), std::string::npos) << "every exit status is listed";
 }

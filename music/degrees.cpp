@@ -12,19 +12,6 @@ namespace varnock::music {
 
 namespace cat = catalogue;
 
-std::optional<Spelling> ParseSpelling(std::string_view text) {
-    const std::string lower = LCase(std::string(text));
-    if (lower == "sharps")
-        return Spelling::Sharps;
-    if (lower == "flats")
-        return Spelling::Flats;
-    if (lower == "chord")
-        return Spelling::Chord;
-    if (lower == "musician")
-        return Spelling::Musician;
-    return std::nullopt;
-}
-
 std::string WrittenRoot(std::string_view typed) {
     std::string root(typed.substr(0, typed.find(" / ")));
     if (!root.empty())

@@ -14,8 +14,6 @@ namespace varnock::music {
 // root as typed, or where nobody typed it the spelling with fewer
 // accidentals; other notes as typed, else in the root's direction.
 enum class Spelling { Sharps, Flats, Chord, Musician };
-// "sharps", "flats", "chord" or "musician" in any case; nullopt otherwise.
-std::optional<Spelling> ParseSpelling(std::string_view text);
 
 // The chord's notes in formula order: the root exactly as given, then each note on the letter its
 // degree asks for with the accidentals its semitones need ("Bb" Maj gives Bb D F, "A#" Maj gives A#

@@ -1,6 +1,7 @@
 #include "music/scales.h"
 
 #include "music/catalogue.h"
+#include "platform/basic.h"
 
 #include <algorithm>
 #include <array>
@@ -26,25 +27,6 @@ std::string Normalise(std::string_view name) {
         out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
     return out;
-}
-
-// Insertions, deletions, substitutions and swaps of two neighbours, the
-// slips of a hurried typist, each count one.
-std::size_t EditDistance(std::string_view a, std::string_view b) {
-    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i)
-        d[i][0] = i;
-    for (std::size_t j = 0; j <= b.size(); ++j)
-        d[0][j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            d[i][j] = std::min(
-                {d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + (a[i - 1] != b[j - 1])});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
-        }
-    }
-    return d[a.size()][b.size()];
 }
 
 // A scale written as its degrees; the semitones are what the degrees say.

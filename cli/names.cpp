@@ -4,6 +4,7 @@
 #include "chart/controls.h"
 #include "export/capo.h"
 #include "music/catalogue.h"
+#include "music/chordname.h"
 #include "music/layouts.h"
 
 #include <algorithm>
@@ -39,24 +40,23 @@ const cat::NameSystemInfo &Info(NameSystem system) {
     return cat::kNameSystems[static_cast<std::size_t>(system)];
 }
 
-// "Dm" as a root and a chord type: the longest note name in front, then a
-// chord type (or what one means); the hint that says so.
-std::optional<std::string> SplitChordName(const std::string &text) {
-    for (std::size_t cut = text.size() - std::min<std::size_t>(text.size(), 1); cut > 0; --cut) {
-        const std::string note = text.substr(0, cut), rest = text.substr(cut);
-        if (!cat::ParseNote(note))
-            continue;
-        const WordMatch match = MatchWord(ChordChoices().words, rest);
-        const Word *chord = match.meant.size() == 1 ? match.meant.front() : match.taken;
-        if (chord)
-            return "use --root " + note + " --chord " + chord->word;
-    }
-    return std::nullopt;
+// "Dm" as a root and a chord type, read as songs write chord names; the
+// options that say so.
+std::optional<std::string> SplitChordName(const std::string &text, NameSystem system) {
+    const ChordSymbol chord = ReadChordSymbol(text, system);
+    if (!chord.Known())
+        return std::nullopt;
+    return "use --root " + cat::Format(*chord.root, system) + " --chord " +
+           ChordChoices().words[static_cast<std::size_t>(chord.type)].word;
 }
 
 std::string ExplainChord(const std::string &typed) {
-    const auto split = SplitChordName(typed);
+    const auto split = SplitChordName(typed, NameSystem::English);
     return split ? "chord \"" + typed + "\" names a root too; " + *split : "";
+}
+
+int MeantChord(const std::string &typed) {
+    return QualityType(typed).value_or(-1);
 }
 
 std::string ExplainScale(const std::string &typed) {
@@ -74,7 +74,7 @@ cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std
         return *note;
     if (const auto note = cat::ParseWritten(FoldWord(typed), system))
         return *note;
-    if (const auto split = SplitChordName(typed); split && noun == "root")
+    if (const auto split = SplitChordName(typed, system); split && noun == "root")
         throw BadInput("root \"" + typed + "\" names a chord; " + *split);
     std::string hint;
     for (const cat::NameSystemInfo &other : cat::kNameSystems)
@@ -129,7 +129,10 @@ template <typename Build> const Choices &Once(Build build) {
 } // namespace
 
 const Word &ReadChoice(const Choices &choices, const std::string &typed) {
-    const WordMatch match = MatchWord(choices.words, typed);
+    WordMatch match = MatchWord(choices.words, typed);
+    const int meant = choices.meant ? choices.meant(typed) : -1;
+    if (meant >= 0 && !(match.taken && (match.taken->word == typed || match.taken->value == meant)))
+        match = {nullptr, {&choices.words[static_cast<std::size_t>(meant)]}};
     if (match.taken)
         return *match.taken;
     if (choices.explain)
@@ -162,22 +165,12 @@ const Choices &StringChoices() {
 }
 
 const Choices &ChordChoices() {
-    // How players often write a chord type the menu names otherwise.
-    static const std::pair<const char *, const char *> kMeant[] = {
-        {"M", "Maj"},     {"major", "Maj"}, {"M7", "maj7"},    {"M9", "maj9"}, {"M11", "maj11"},
-        {"M13", "maj13"}, {"min", "m"},     {"minor", "m"},    {"min7", "m7"}, {"min6", "m6"},
-        {"min9", "m9"},   {"mM7", "mmaj7"}, {"mM9", "mmaj9"},  {"o", "Dim"},   {"o7", "Dim7"},
-        {"+", "Aug"},     {"sus", "Sus4"},  {"7sus", "7sus4"}, {"add2", "2"},  {"6add9", "6/9"},
-        {"69", "6/9"},
-    };
     return Once([] {
-        Choices c{"chord", {}, ExplainChord};
-        for (int i = 0; i < cat::kChordTypeCount; ++i) {
+        // Players' usual names ("M7", "min", "sus") are answered with the
+        // type they mean, read as songs write chords.
+        Choices c{"chord", {}, ExplainChord, {}, MeantChord};
+        for (int i = 0; i < cat::kChordTypeCount; ++i)
             c.words.push_back({std::string(cat::kChordTypes[static_cast<std::size_t>(i)].name), i});
-            for (const auto &[alias, name] : kMeant)
-                if (c.words.back().word == name)
-                    c.words.back().meant.emplace_back(alias);
-        }
         return c;
     });
 }

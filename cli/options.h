@@ -71,6 +71,9 @@ struct Choices {
     // a root and a type), or "".
     std::string (*explain)(const std::string &typed) = nullptr;
     std::string accepted = {}; // the answer's "accepted: ..." when not the words
+    // The word (its index) players mean by what they typed in their usual
+    // notation, or -1; it wins over a difference of case ("M7" is maj7).
+    int (*meant)(const std::string &typed) = nullptr;
 };
 
 // The one reader of the words every option takes (MatchWord). BadInput for

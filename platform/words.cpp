@@ -18,23 +18,13 @@ std::vector<const Word *> Picked(const std::vector<Word> &words, Rule rule) {
     return picked;
 }
 
-// Whether any name of the word passes, those only meant among them or not.
-template <typename Test> bool Any(const Word &word, bool meant, Test test) {
-    return test(word.word) || std::any_of(word.also.begin(), word.also.end(), test) ||
-           (meant && std::any_of(word.meant.begin(), word.meant.end(), test));
+// Whether the word or another taken for it passes.
+template <typename Test> bool Any(const Word &word, Test test) {
+    return test(word.word) || std::any_of(word.also.begin(), word.also.end(), test);
 }
 
 std::vector<const Word *> Meant(const std::vector<Word> &words, const std::string &typed) {
     const std::string key = FoldWord(typed);
-    for (const bool fold : {false, true}) {
-        const auto meant = Picked(words, [&](const Word &w) {
-            return std::any_of(w.meant.begin(), w.meant.end(), [&](const std::string &name) {
-                return fold ? FoldWord(name) == key : name == typed;
-            });
-        });
-        if (!meant.empty())
-            return meant;
-    }
     const auto parts = Picked(words, [&](const Word &w) {
         std::vector<std::string> parts = Split(FoldWord(w.word), "-");
         return parts.size() > 1 && std::find(parts.begin(), parts.end(), key) != parts.end();
@@ -43,9 +33,8 @@ std::vector<const Word *> Meant(const std::vector<Word> &words, const std::strin
         return parts;
     const auto distance = [&](const Word &w) {
         std::size_t d = EditDistance(FoldWord(w.word), key);
-        for (const auto *names : {&w.also, &w.meant})
-            for (const std::string &name : *names)
-                d = std::min(d, EditDistance(FoldWord(name), key));
+        for (const std::string &name : w.also)
+            d = std::min(d, EditDistance(FoldWord(name), key));
         return d;
     };
     std::size_t best = std::max<std::size_t>(1, key.size() / 3);
@@ -59,13 +48,13 @@ std::vector<const Word *> Meant(const std::vector<Word> &words, const std::strin
 
 WordMatch MatchWord(const std::vector<Word> &words, const std::string &typed) {
     const auto exact = Picked(words, [&](const Word &w) {
-        return Any(w, false, [&](const std::string &n) { return n == typed; });
+        return Any(w, [&](const std::string &n) { return n == typed; });
     });
     if (!exact.empty())
         return {exact.front()};
     const auto folded = [&](const std::string &n) { return FoldWord(n) == FoldWord(typed); };
-    const auto alike = Picked(words, [&](const Word &w) { return Any(w, true, folded); });
-    if (alike.size() == 1 && Any(*alike.front(), false, folded))
+    const auto alike = Picked(words, [&](const Word &w) { return Any(w, folded); });
+    if (alike.size() == 1)
         return {alike.front()};
     return {nullptr, Meant(words, typed)};
 }

@@ -14,16 +14,12 @@ struct Word {
     std::string word;                   // as lists and answers write it
     int value = 0;                      // what it selects
     std::vector<std::string> also = {}; // other words taken for it ("color-blind")
-    // Words written for it too close to another's to be taken, only offered
-    // ("M7" for "maj7", as "m7" is a word too).
-    std::vector<std::string> meant = {};
 };
 
 struct WordMatch {
     const Word *taken = nullptr;
-    // None taken: the word written for one (as typed, else folded), else
-    // every word with the one typed as a part ("pentatonic"), else the one
-    // or two nearest by edit distance (for two or more letters typed).
+    // None taken: every word with the one typed as a part ("pentatonic"),
+    // else the one or two nearest by edit distance (for two or more letters).
     std::vector<const Word *> meant = {};
 };
 

@@ -220,7 +220,8 @@ int Run(int argc, char **argv) {
     try {
         // The bash completion asks for its words; nothing is drawn.
         if (!args.empty() && args[0] == "--completion-words") {
-            std::cout << cli::CompletionWords(args.size() > 1 ? args[1] : "");
+            std::cout << cli::CompletionWords(args.size() > 1 ? args[1] : "",
+                                              args.size() > 2 ? args[2] : "");
             return 0;
         }
         options = cli::ParseArguments(args);

@@ -454,7 +454,7 @@ std::string OptionHelp(const OptionSpec &entry, std::size_t column) {
     return help;
 }
 
-std::string CompletionWords(const std::string &option) {
+std::string CompletionWords(const std::string &option, const std::string &names) {
     std::string out;
     if (option.empty()) {
         for (const OptionSpec &entry : kOptions)
@@ -465,9 +465,14 @@ std::string CompletionWords(const std::string &option) {
     const OptionSpec &entry = kOptions[ReadChoice(OptionChoices(), option).value];
     static const char *const kKinds[] = {"none", "word", "word", "list", "file"};
     out = std::string(kKinds[static_cast<std::size_t>(entry.kind)]) + "\n";
+    const auto system =
+        static_cast<NameSystem>(names.empty() ? 0 : ReadChoice(NameChoices(), names).value);
     if (entry.choices)
         for (const Word &choice : entry.choices().words)
-            out += choice.word + "\n";
+            out += (entry.choices == NoteChoices
+                        ? catalogue::Translate(choice.word, NameSystem::English, system)
+                        : choice.word) +
+                   "\n";
     return out;
 }
 

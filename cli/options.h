@@ -147,7 +147,8 @@ std::string HelpText();
 
 // For the bash completion: with no option, every option's name, a line each;
 // with one, what it takes on the first line (none, word, list or file), then
-// the words it takes. BadInput for an unknown option.
-std::string CompletionWords(const std::string &option);
+// the words it takes, note names in the system `names` (a --names word;
+// english when empty). BadInput for an unknown option or system.
+std::string CompletionWords(const std::string &option, const std::string &names = "");
 
 } // namespace varnock::cli

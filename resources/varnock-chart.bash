@@ -69,11 +69,19 @@ _varnock_chart() {
         *) cur=${cur//\\/} ;; # "Diatonic\ w" was typed for "Diatonic w"
     esac
 
+    # Note names are offered in the system --names chose, if it did.
+    local names= i
+    for ((i = 1; i < cword - 1; i++)); do
+        [[ ${COMP_WORDS[i]} == --names ]] || continue
+        names=${COMP_WORDS[i + 1]}
+        [[ $names == = ]] && names=${COMP_WORDS[i + 2]}
+    done
+
     # What the option before takes: its kind on the first line, then its
     # words. Not an option (a value or the command): an option comes next.
     local IFS=$'\n' answer=()
     if [[ $option == -* ]]; then
-        answer=($("$command" --completion-words "$option" 2>/dev/null))
+        answer=($("$command" --completion-words "$option" $names 2>/dev/null))
     fi
     case ${answer[0]-} in
         word)

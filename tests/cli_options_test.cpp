@@ -622,6 +622,7 @@ TEST(ChartCommand, CompletionAndManualPageNameTheTablesOptions) {
         {{"--frets", "Diatonic w"}, R"(Diatonic\ with\ 6+ Diatonic\ with\ 1+\ and\ 6+)"},
         {{"--frets", "=", "Ch"}, "Chromatic"},
         {{"--root", "G"}, "Gb G G#"},
+        {{"--names", "german", "--root", "Fi"}, "Fis"},
         {{"--chord", "6"}, "6 6/9"},
         {{"--tuning", "D,A,D"}, "D,A,Db D,A,D D,A,D#"},
         {{"--chords", "Maj,7s"}, "Maj,7sus4"},

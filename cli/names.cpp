@@ -56,7 +56,8 @@ std::string ExplainChord(const std::string &typed) {
 }
 
 int MeantChord(const std::string &typed) {
-    return QualityType(typed).value_or(-1);
+    // Nothing typed is no chord, though a song's "D" is D major.
+    return typed.empty() ? -1 : QualityType(typed).value_or(-1);
 }
 
 std::string ExplainScale(const std::string &typed) {

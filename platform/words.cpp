@@ -27,7 +27,8 @@ std::vector<const Word *> Meant(const std::vector<Word> &words, const std::strin
     const std::string key = FoldWord(typed);
     const auto parts = Picked(words, [&](const Word &w) {
         std::vector<std::string> parts = Split(FoldWord(w.word), "-");
-        return parts.size() > 1 && std::find(parts.begin(), parts.end(), key) != parts.end();
+        return !key.empty() && parts.size() > 1 &&
+               std::find(parts.begin(), parts.end(), key) != parts.end();
     });
     if (!parts.empty() || key.size() < 2)
         return parts;

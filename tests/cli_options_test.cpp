@@ -425,6 +425,8 @@ TEST(ChartCommand, EachBadInputIsOneLineAStatusAndNoFile) {
         {{"--chord", "MIN7", "--png", out},
          "unknown chord \"MIN7\"; did you mean \"m7\"? " + chords},
         {{"--chord", "Maj8", "--png", out}, "unknown chord \"Maj8\"; " + chords},
+        {{"--chord", "", "--png", out}, "unknown chord \"\"; " + chords},
+        {{"", "--png", out}, "unknown option \"\"; see --help\n"},
         {{"--root", "Dm", "--png", out}, "root \"Dm\" names a chord; use --root D --chord m\n"},
         {{"--root", "Bbmaj7", "--png", out},
          "root \"Bbmaj7\" names a chord; use --root Bb --chord maj7\n"},

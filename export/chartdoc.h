@@ -3,7 +3,7 @@
 // The chart as text, read off a sheet: an aligned table, tab-separated rows,
 // sentences and short titles.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "chart/sheet.h"
 #include "music/catalogue.h"
 #include "music/degrees.h"

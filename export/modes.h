@@ -4,7 +4,7 @@
 // chosen root, which of the seven modes have every note on the layout's frets,
 // and one octave of each up the string, by position and fret name.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "music/catalogue.h"
 #include "music/layouts.h"
 

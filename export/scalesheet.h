@@ -4,7 +4,7 @@
 // a chord's, spelled as a musician spells them, so every writer draws it as
 // it draws a chord.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "music/scales.h"
 
 #include <string>

@@ -5,7 +5,7 @@
 // in which the chart's cells, the notes table and the colour keys are renamed
 // together, so every note keeps its colour.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "music/degrees.h"
 
 #include <optional>

@@ -2,7 +2,7 @@
 
 // --voicings: the chord of a sheet fingered on its board, as text lines.
 
-#include "chart/chartsheet.h"
+#include "music/chartsheet.h"
 #include "music/fingering.h"
 
 #include <string>

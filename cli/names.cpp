@@ -98,9 +98,9 @@ std::optional<std::string> ListToEnglish(const std::optional<std::string> &list,
     return Join(names, ",");
 }
 
-// The tuning popups run from D, so item i is the note index i + 5.
+// A string's open note.
 int ResolveTuningNote(const std::string &text) {
-    return cat::Mod12(ReadNote(text, NameSystem::English, "tuning note").Index() - 5);
+    return ReadNote(text, NameSystem::English, "tuning note").Index();
 }
 
 // Every item when no list is given, else each name resolved.
@@ -294,32 +294,13 @@ Selection Resolve(const Options &o) {
         if (s.strings && *s.strings + 3 != strings)
             throw BadInput("tuning \"" + *o.tuning + "\" names " + std::to_string(strings) +
                            " strings, but --strings is " + std::to_string(*s.strings + 3));
-        if (strings == 4)
-            s.strings = 1;
+        // A tuning names every string, whatever a saved selection says.
+        s.strings = strings - 3;
     }
     if (o.root)
         s.root = ResolveRoot(*o.root);
     s.chord = o.chord;
     return s;
-}
-
-void Apply(ChartController &chart, const Selection &s) {
-    if (s.frets) {
-        // The mode number is all the recompute reads, so the layouts without
-        // a menu item need no item to be drawn.
-        chart.PopupMenu9->IndexBeyondItems = true;
-        chart.PopupMenu9->SetListIndex(*s.frets);
-        chart.PopupMenu9->IndexBeyondItems = false;
-    }
-    if (s.strings)
-        chart.PopupMenu10->SetListIndex(*s.strings);
-    const auto tunings = chart.TuningPopups();
-    for (std::size_t i = 0; i < s.tuning.size(); ++i)
-        tunings[i]->SetListIndex(s.tuning[i]);
-    if (s.root)
-        chart.PopupMenu1->SetListIndex(*s.root);
-    if (s.chord)
-        chart.PopupMenu2->SetListIndex(*s.chord);
 }
 
 Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo) {
@@ -334,8 +315,8 @@ Limits ResolveLimits(const Options &options, const std::vector<std::string> &fre
         limits.highest = ParsePosition(*options.highest, fretNames, "--highest");
         if (limits.highest < capo)
             throw BadInput("--highest \"" + *options.highest + "\" lies below the capo at " +
-                           fretNames.at(static_cast<std::size_t>(capo)) + "; accepted: " +
-                           std::to_string(capo) + "..22 or a fret name from there");
+                           fretNames.at(static_cast<std::size_t>(capo)) +
+                           "; accepted: " + FretsFrom(fretNames, capo));
     } else {
         const auto twelve = std::find(fretNames.begin(), fretNames.end(), "12");
         limits.highest = twelve == fretNames.end()

@@ -14,16 +14,13 @@
 #include <string>
 #include <vector>
 
-namespace varnock {
-class ChartController;
-}
-
 namespace varnock::cli {
 
-// A selection as popup indices.
+// What the options choose: a layout (its mode), a string count (0 for 3,
+// 1 for 4, as the menu has them), root and chord type by index, open notes.
 struct Selection {
     std::optional<int> frets, strings, root, chord;
-    std::vector<int> tuning; // up to four tuning popup indices, Bass first
+    std::vector<int> tuning; // up to four open notes, Bass first
 };
 
 // The words of the options that take one from a list.
@@ -49,10 +46,6 @@ std::vector<int> ResolveChords(const std::optional<std::string> &list);
 // "D, F#,a" as note indices: 2 to 4 names in any spelling, at least two of
 // them different.
 std::vector<int> ResolveNoteList(const std::string &list);
-
-// Sets the popups as a user would; each change recomputes the chart. The
-// layouts the menu lacks are reached by their mode number.
-void Apply(ChartController &chart, const Selection &selection);
 
 // The limits the options ask for on a layout with these fret names. The
 // default highest position is the fret named "12", or higher when the capo

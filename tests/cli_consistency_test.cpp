@@ -1,7 +1,7 @@
 // Every output of varnock-chart calls a position by the same fret name and a
 // note by the same name: the first fingering --voicings prints is found at
 // those frets in the TSV chart and in --describe's sentences, is captioned so
-// under its diagram, names those notes when typed back into
+// under its diagram with its notes named on the dots, names those notes when typed back into
 // --identify-frets, and is what --midi plays.
 
 #include "music/catalogue.h"
@@ -143,6 +143,11 @@ TEST_P(Consistency, EveryOutputNamesTheFirstFingeringAlike) {
     ASSERT_EQ(diagrams.status, 0) << where << diagrams.err;
     EXPECT_NE(ReadBytes(svg.toStdString()).find(">" + Join(frets, " ")), std::string::npos)
         << where << ": no caption " << Join(frets, " ");
+    // A fretted string's dot carries its note; an open one is only marked.
+    for (std::size_t s = 0; s < frets.size(); ++s)
+        if (frets[s] != "x" && frets[s] != "0")
+            EXPECT_NE(ReadBytes(svg.toStdString()).find(">" + notes[s] + "<"), std::string::npos)
+                << where << ": no dot named " << notes[s];
 
     // The sound strums the same notes, string by string; it knows no name system.
     const Outcome sound = RunChart(typed(catalogue::NameSystem::English, true) +

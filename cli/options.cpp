@@ -188,6 +188,30 @@ const OptionSpec kOptions[] = {
      "layout's frets, and where: by position and fret name",
      [](O &o, T, int) { o.modes = true; }},
 
+    {"--song", "", V::File, "FILE", S::Song,
+     "a ChordPro song (lyrics with [chords], {title}, {key},\n{capo}, {transpose}, ...; UTF-8 or Latin-1): its chords\n"
+     "in order, each with its best fingering on this instrument\nor what the board lacks, then the lyrics with the chords\n"
+     "above their syllables. --capo and the limits apply; with\n--pdf, a song sheet with its chord diagrams",
+     [](O &o, T v, int) { o.song = v; }},
+    {"--transpose", "", V::Word, "N", S::Song,
+     "move the song N semitones, -11..11, spelled as a musician\nwrites it in the new key; wins over its {transpose}",
+     [](O &o, T v, int) { o.transpose = v; }},
+    {"--key", "", V::Word, "KEY", S::Song,
+     "move the song to this key (G, Em, Bb, F#m)",
+     [](O &o, T v, int) { o.key = v; }},
+    {"--suggest", "", V::None, "", S::Song,
+     "the ten best ways to play the song: every key with every\ncapo up to the layout's fret 7, on this tuning and each of\n"
+     "--tunings; all chords within --reach first, then the\nfewest needing a muted string or a high fret, then the\n"
+     "lowest hands, the smaller capo, the song's own key",
+     [](O &o, T, int) { o.suggest = true; }},
+    {"--tunings", "", V::List, "LIST", S::Song,
+     "more tunings for --suggest, separated by \";\":\n\"D,A,D;D,A,A;D,G,D\", each as many notes as strings",
+     [](O &o, T v, int) { o.tunings = v; }},
+    {"--chordpro", "", V::File, "FILE", S::Song,
+     "the song written back as ChordPro (moved, if asked) with\na {define} of each chord's fingering, frets counted from\n"
+     "the nut, and {capo} as played",
+     [](O &o, T v, int) { o.chordpro = v; }},
+
     {"--version", "", V::None, "", S::Other,
      "the version, the same as the program's",
      [](O &o, T, int) { o.version = true; }},
@@ -275,6 +299,60 @@ std::vector<std::string> ChartOutputs(const Options &o) {
     return given;
 }
 
+// A song is printed with its own chords: options that choose or draw a
+// chart have nothing to act on.
+void CheckSong(const Options &o) {
+    const std::pair<bool, const char *> songOnly[] = {{bool(o.transpose), "--transpose"},
+                                                      {bool(o.key), "--key"},
+                                                      {o.suggest, "--suggest"},
+                                                      {bool(o.tunings), "--tunings"},
+                                                      {bool(o.chordpro), "--chordpro"}};
+    for (const auto &[given, name] : songOnly)
+        if (given && !o.song)
+            throw BadInput(std::string(name) + " goes with --song only");
+    if (!o.song)
+        return;
+    if (o.tunings && !o.suggest)
+        throw BadInput("--tunings goes with --suggest");
+    if (o.transpose && o.key)
+        throw BadInput("--transpose and --key exclude each other");
+    if (o.suggest && (o.capo || o.transpose || o.key))
+        throw BadInput(std::string("--suggest tries every key and capo itself and does not "
+                                   "combine with ") +
+                       (o.capo        ? "--capo"
+                        : o.transpose ? "--transpose"
+                                      : "--key"));
+    if (o.suggest && (o.pdf || o.chordpro))
+        throw BadInput(std::string("--suggest prints a table and does not combine with ") +
+                       (o.pdf ? "--pdf" : "--chordpro") +
+                       "; choose from it, then give --key or --transpose and --capo");
+    const std::pair<bool, const char *> chartOnly[] = {{bool(o.root), "--root"},
+                                                       {bool(o.chord), "--chord"},
+                                                       {bool(o.scale), "--scale"},
+                                                       {bool(o.identify), "--identify"},
+                                                       {bool(o.identifyFrets), "--identify-frets"},
+                                                       {o.modes, "--modes"},
+                                                       {o.voicings, "--voicings"},
+                                                       {o.tsv, "--tsv"},
+                                                       {o.describe, "--describe"},
+                                                       {bool(o.png), "--png"},
+                                                       {bool(o.svg), "--svg"},
+                                                       {bool(o.book), "--book"},
+                                                       {bool(o.wav), "--wav"},
+                                                       {bool(o.midi), "--midi"},
+                                                       {bool(o.windowImage), "--window-image"},
+                                                       {o.Given("--spelling"), "--spelling"},
+                                                       {o.Given("--labels"), "--labels"},
+                                                       {o.Given("--palette"), "--palette"},
+                                                       {o.flip, "--flip"},
+                                                       {bool(o.count), "--count"}};
+    for (const auto &[given, name] : chartOnly)
+        if (given)
+            throw BadInput(std::string("--song prints the song with its fingerings (text, --pdf, "
+                                       "--chordpro) and does not combine with ") +
+                           name);
+}
+
 void CheckCombinations(const Options &o) {
     if (o.text + o.tsv + o.describe > 1)
         throw BadInput("--text, --tsv and --describe exclude each other");
@@ -311,11 +389,12 @@ void CheckCombinations(const Options &o) {
                                                     {o.mutedOk, "--muted-ok"},
                                                     {bool(o.count), "--count"}};
     for (const auto &[given, name] : limits)
-        if (given && !o.voicings)
-            throw BadInput(std::string(name) + " goes with --voicings only");
+        if (given && !o.voicings && !o.song)
+            throw BadInput(std::string(name) + " goes with --voicings or --song only");
     if (o.capo && (o.identify || o.modes))
         throw BadInput(std::string("--capo does not combine with ") + answer +
                        (o.identify ? ": note names have no frets" : ""));
+    CheckSong(o);
 }
 
 std::string Indented(std::string_view lines, std::size_t indent) {
@@ -407,9 +486,12 @@ Options ParseArguments(const std::vector<std::string> &args) {
                            " characters, not " + std::to_string(value->size()));
         if (entry->kind == ValueKind::File && value->empty())
             throw BadInput("option " + name + " needs a file name, not \"\"");
-        // Nothing we take starts with a dash, so "--book --help" is a missing
-        // file name, not a file named "--help".
-        if (entry->kind != ValueKind::None && value->starts_with("-"))
+        // Nothing we take starts with a dash but semitones down, so "--book
+        // --help" is a missing file name, not a file named "--help".
+        const bool down = entry->name == "--transpose" && value->size() > 1 &&
+                          std::all_of(value->begin() + 1, value->end(),
+                                      [](char c) { return c >= '0' && c <= '9'; });
+        if (entry->kind != ValueKind::None && value->starts_with("-") && !down)
             throw BadInput("option " + name + " needs " +
                            (entry->kind == ValueKind::File ? "a file name" : "a value") +
                            ", not \"" + *value + "\"");
@@ -439,6 +521,7 @@ std::string_view SectionHeading(Section section, bool manual) {
         {"Naming chords, and modes (these print text only and take no other output option):",
          "CHORD FINDING"},
         {"Fingerings and the capo:", "FINGERINGS AND THE CAPO"},
+        {"Songs (ChordPro files):", "SONGS"},
         {"Other:", "OTHER OPTIONS"},
     };
     const auto &[help, man] = kHeadings[static_cast<std::size_t>(section)];
@@ -531,6 +614,9 @@ Examples:
   varnock-chart --frets "Diatonic with 6+" --root G --voicings --png g.png
   varnock-chart --root E --capo 2 --voicings
   varnock-chart --frets 1 --capo 1 --identify-frets 6+,0,x
+  varnock-chart --song song.cho --frets "Diatonic with 6+"
+  varnock-chart --song song.cho --suggest --tunings "D,A,A;D,G,D"
+  varnock-chart --song song.cho --key D --capo 2 --pdf song.pdf --chordpro song-dad.cho
 )";
     return out;
 }

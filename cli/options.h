@@ -54,12 +54,15 @@ struct Options {
     std::optional<std::string> highest, capo;
     std::optional<int> reach, count;
     bool mutedOk = false;
+    // A ChordPro song on the instrument; the key stays as typed until --names is known.
+    std::optional<std::string> song, transpose, key, tunings, chordpro;
+    bool suggest = false;
     std::vector<std::string_view> given; // the options given, by their long names
 
     bool Given(std::string_view option) const;
 };
 
-enum class Section { Selection, Output, Look, Naming, Fingering, Other };
+enum class Section { Selection, Output, Look, Naming, Fingering, Song, Other };
 // The heading of a section in --help and, in capitals, in the manual page.
 std::string_view SectionHeading(Section section, bool manual = false);
 

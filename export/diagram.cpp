@@ -163,7 +163,7 @@ void PaintOne(Canvas &p, const Diagrams &d, std::size_t index) {
     // takes them back.
     std::string line = Join(v.frets, " ");
     if (!v.omitted.empty())
-        line += "  (no " + Join(v.omitted, ", ") + ")";
+        line += "  without " + Join(v.omitted, ", ");
     QFont plain = font;
     plain.setBold(false);
     p.SetFont(plain);
@@ -287,6 +287,8 @@ void WriteDiagramsSvg(const FileName &path, const Diagrams &d) {
         QPainter painter;
         if (!painter.begin(&svg))
             Fail(path, QStringLiteral("SVG generator failed"));
+        // On white, as the PNG is: a viewer's own background may be dark.
+        painter.fillRect(QRect(QPoint(0, 0), DiagramsSize(d)), Qt::white);
         PaintDiagrams(painter, d);
     }
     CommitSvg(file);

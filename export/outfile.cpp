@@ -49,6 +49,15 @@ Target Find(const std::string &name) {
     if (name.ends_with('/'))
         FailErrno(name, EISDIR);
     Target t{name};
+    // What the kernel reaches through every link: a pipe or device behind a
+    // link it alone can follow (/dev/stdout to a pipe) is written in place.
+    struct stat reached;
+    if (stat(name.c_str(), &reached) == 0 && !S_ISREG(reached.st_mode) &&
+        !S_ISDIR(reached.st_mode)) {
+        t.status = reached;
+        t.exists = t.inPlace = true;
+        return t;
+    }
     // As the kernel counts: past 40 links it is a loop.
     for (int links = 0;; ++links) {
         if (lstat(t.path.c_str(), &t.status) != 0) {

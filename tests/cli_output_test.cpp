@@ -256,6 +256,16 @@ TEST(ChartOutput, EveryWriterOnEveryKindOfTarget) {
     }
 }
 
+// Standard output by name, when it is a pipe (the test reads the command
+// through one): /dev/stdout leads there through a link only the kernel
+// follows, and is written in place.
+TEST(ChartOutput, DevStdoutOnAPipe) {
+    const std::string text = testsupport::RunChart({"--root", "D"}).out;
+    const testsupport::Outcome run = testsupport::RunChart({"--root", "D", "-o", "/dev/stdout"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, text);
+}
+
 // Runs that must write nothing at all and print nothing on standard output.
 struct Refused {
     const char *why;

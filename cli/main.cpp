@@ -6,6 +6,7 @@
 #include "cli/errors.h"
 #include "cli/names.h"
 #include "cli/options.h"
+#include "cli/song.h"
 #include "export/book.h"
 #include "export/capo.h"
 #include "export/chartdoc.h"
@@ -58,7 +59,30 @@ std::vector<std::pair<const char *, const std::optional<std::string> *>>
 OutputFiles(const cli::Options &o) {
     return {{"--output", &o.output}, {"--png", &o.png},   {"--svg", &o.svg},
             {"--pdf", &o.pdf},       {"--book", &o.book}, {"--window-image", &o.windowImage},
-            {"--wav", &o.wav},       {"--midi", &o.midi}};
+            {"--wav", &o.wav},       {"--midi", &o.midi}, {"--chordpro", &o.chordpro}};
+}
+
+// The instrument and the chord the options choose, over the window's start
+// values or the layout, strings and tuning saved: plain values, computed
+// from, never set on, the controller's popups.
+struct Chosen {
+    music::Instrument instrument;
+    int root = 0, chord = 0;
+};
+Chosen Choose(const ChartController &start, const cli::Selection &s) {
+    const Int open[4] = {start.Model.M.nOpenBassString, start.Model.M.nOpenMiddleString,
+                         start.Model.M.nOpenMelodyString, start.Model.M.nOpenForthString};
+    Chosen chosen;
+    chosen.instrument.layout = s.frets.value_or(static_cast<int>(start.PopupMenu9->ListIndex()));
+    const int strings = s.strings ? *s.strings + 3 : static_cast<int>(start.StringCount());
+    for (int i = 0; i < strings; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        chosen.instrument.openNotes.push_back(at < s.tuning.size() ? s.tuning[at]
+                                                                   : static_cast<int>(open[i]));
+    }
+    chosen.root = s.root.value_or(static_cast<int>(start.PopupMenu1->ListIndex()));
+    chosen.chord = s.chord.value_or(static_cast<int>(start.PopupMenu2->ListIndex()));
+    return chosen;
 }
 
 void Export(const cli::Options &typed, ChartController &chart) {
@@ -86,13 +110,21 @@ void Export(const cli::Options &typed, ChartController &chart) {
     for (const auto &[option, name] : OutputFiles(options))
         if (*name)
             batch.Expect(option, **name);
-    cli::Apply(chart, selection);
+    const Chosen chosen = Choose(chart, selection);
+    music::Instrument instrument = chosen.instrument;
     // Positions are named as the chosen layout names its frets.
-    const std::vector<std::string> fretNames = cli::FretNames(chart.Sheet());
+    const std::vector<std::string> fretNames = music::FretNames(instrument.layout);
     const int capo = options.capo ? cli::ParsePosition(*options.capo, fretNames, "--capo") : 0;
-    cli::Limits limits;
-    if (options.voicings)
-        limits = cli::ResolveLimits(options, fretNames, capo);
+    instrument.capo = capo;
+    if (options.octaves)
+        instrument.octaves = cli::ParseOctaves(*options.octaves, instrument.Strings());
+    const cli::Limits limits = cli::ResolveLimits(options, fretNames, capo);
+    // The chart as the window computes it, under the capo.
+    const ChartSheet board = ComputeSheet(instrument, chosen.root, chosen.chord);
+    if (options.song) {
+        batch.Commit(cli::RunSong(options, board, fretNames, names, paper));
+        return;
+    }
 
     if (options.identify || options.identifyFrets) {
         std::string frets;
@@ -103,43 +135,44 @@ void Export(const cli::Options &typed, ChartController &chart) {
                 throw cli::BadInput("--identify-frets: " + std::string(e.what()));
             }
         }
-        batch.Commit(cli::NamedAnswer(
-            options.identify ? cli::IdentifyText(identify, spelling, SplitList(*options.identify))
-                             : cli::IdentifyFretsText(chart.Sheet(), frets, spelling),
-            names));
+        batch.Commit(options.identify ? cli::IdentifyText(identify, spelling,
+                                                          SplitList(*options.identify), names)
+                                      : cli::IdentifyFretsText(board, frets, spelling, names));
         return;
     }
     if (options.modes) {
         std::optional<std::string> root;
         if (options.root)
             root = cli::SpellingRoot(options.root);
-        batch.Commit(cli::ModesText(chart.Sheet(), root, names));
+        // The strings named as the player typed them.
+        batch.Commit(cli::ModesText(
+            cli::Spell(board, cli::Spelling::Musician, "",
+                       options.tuning ? SplitList(*options.tuning) : std::vector<std::string>{}),
+            root, names));
         return;
     }
     const ChartSheet spelled =
         scale
             // Without --root, the chart's own root, as for a chord.
-            ? cli::ScaleSheet(
-                  chart.Sheet(), *scale,
-                  options.root ? cli::SpellingRoot(options.root)
-                               : std::string(catalogue::kNotes
-                                                 .at(static_cast<std::size_t>(chart.Sheet().root))
-                                                 .sharp))
-            : cli::Spell(chart.Sheet(), spelling, cli::SpellingRoot(options.root),
+            ? cli::ScaleSheet(board, *scale,
+                              options.root ? cli::SpellingRoot(options.root)
+                                           : catalogue::SharpName(board.root))
+            : cli::Spell(board, spelling, cli::SpellingRoot(options.root),
                          options.tuning ? SplitList(*options.tuning) : std::vector<std::string>{});
-    const ChartSheet english = cli::WithCapo(spelled, capo);
+    const ChartSheet &english = spelled;
     const ChartSheet sheet = cli::Named(english, names);
     const ChartOrientation orientation{options.leftHanded, options.flip};
     // What a reader of paper gets: the degrees under the notes, the labels asked for.
     const ChartSheet page = cli::Label(scale ? sheet : cli::WithDegrees(sheet), labels);
 
-    std::vector<int> octaves = cli::DefaultOctaves(sheet.openNotes);
-    if (options.octaves)
-        octaves = cli::ParseOctaves(*options.octaves, static_cast<int>(sheet.StringCount()));
     std::string wav, midi;
     if (options.wav || options.midi) {
+        // What --voicings shows first is what sounds.
         const auto events =
-            scale ? cli::ScaleEvents(english, *scale, octaves) : cli::ChordEvents(english, octaves);
+            scale ? cli::ScaleEvents(instrument, english.root, *scale)
+                  : cli::ChordEvents(instrument,
+                                     cli::FindVoicings(spelled, fretNames, limits).fingerings,
+                                     cli::SheetTones(spelled));
         if (options.wav)
             wav = cli::WavFile(events);
         if (options.midi)
@@ -150,16 +183,15 @@ void Export(const cli::Options &typed, ChartController &chart) {
     const bool files = options.png || options.svg || options.pdf || options.book ||
                        options.windowImage || options.wav || options.midi;
     if (options.text || options.tsv || options.describe || options.output || !files) {
-        std::string text =
-            options.voicings
-                ? cli::NamedAnswer(cli::VoicingsText(spelled, fretNames, limits), names)
-            : options.tsv      ? cli::ChartTsv(sheet)
-            : options.describe ? cli::DescribeText(english, spelling, options.flip, names)
+        std::string text = options.voicings ? cli::VoicingsText(sheet, fretNames, limits)
+                           : options.tsv    ? cli::ChartTsv(sheet)
+                           : options.describe
+                               ? cli::DescribeText(english, spelling, options.flip, names)
                                : cli::ChartText(page, orientation);
         if (options.describe && capo > 0)
             text.insert(text.find('\n') + 1,
                         "Capo at position " + std::to_string(capo) + " (fret " +
-                            cli::DescribedFret(spelled, capo) +
+                            fretNames.at(static_cast<std::size_t>(capo)) +
                             "): the open strings sound there, and position 0 below is the capo.\n");
         if (options.output)
             cli::WriteTextFile(*options.output, text);
@@ -167,10 +199,9 @@ void Export(const cli::Options &typed, ChartController &chart) {
             printed = std::move(text);
     }
     if (options.voicings && (options.png || options.svg || options.pdf)) {
-        const cli::Diagrams diagrams = cli::MakeDiagrams(
-            cli::ChartTitle(spelled) +
-                (capo > 0 ? ", capo at " + fretNames[static_cast<std::size_t>(capo)] : ""),
-            cli::FindVoicings(spelled, fretNames, limits), fretNames, capo, options.leftHanded);
+        const cli::Diagrams diagrams =
+            cli::MakeDiagrams(cli::ChartTitle(sheet), cli::FindVoicings(sheet, fretNames, limits),
+                              fretNames, capo, options.leftHanded);
         if (options.png)
             cli::WriteDiagramsPng(*options.png, diagrams, options.pixelScale);
         if (options.svg)
@@ -187,22 +218,22 @@ void Export(const cli::Options &typed, ChartController &chart) {
     }
     if (options.windowImage)
         // The window's own names: it knows no other spelling.
-        cli::WriteWindowImage(*options.windowImage, chart.Sheet(), options.pixelScale);
+        cli::WriteWindowImage(*options.windowImage,
+                              ComputeSheet({instrument.layout, instrument.openNotes, {}, 0},
+                                           chosen.root, chosen.chord),
+                              options.pixelScale);
     if (options.wav)
         cli::WriteTextFile(*options.wav, wav);
     if (options.midi)
         cli::WriteTextFile(*options.midi, midi);
     if (options.book) {
         cli::Book book = cli::MakeBook(
-            chart, roots, chords,
+            instrument, roots, chords,
             {orientation, spelling, cli::SpellingRoots(options.roots), labels, palette});
         if (options.voicings) {
-            cli::WriteFingeringBook(*options.book, book, fretNames, limits,
-                                    options.count.has_value(), options.leftHanded);
+            cli::WriteFingeringBook(*options.book, cli::Named(book, names), fretNames, limits,
+                                    options.count.has_value(), options.leftHanded, paper);
         } else {
-            for (cli::BookPart &part : book.parts)
-                for (cli::BookChart &page : part.charts)
-                    page.sheet = cli::WithCapo(page.sheet, capo);
             cli::WriteBook(*options.book, cli::Named(book, names), paper);
         }
     }

@@ -116,8 +116,14 @@ std::vector<int> ResolveList(const char *option, std::size_t count,
             out.push_back(static_cast<int>(i));
         return out;
     }
-    for (const std::string &name : SplitList(*list))
-        out.push_back(resolve(name));
+    for (const std::string &name : SplitList(*list)) {
+        const int item = resolve(name);
+        // Asked twice, it would stand twice in the book.
+        if (std::find(out.begin(), out.end(), item) != out.end())
+            throw BadInput(std::string(option) + " \"" + *list + "\" names \"" + name +
+                           "\" a second time; accepted: each once");
+        out.push_back(item);
+    }
     return out;
 }
 

@@ -388,9 +388,17 @@ void CheckCombinations(const Options &o) {
                                                     {bool(o.highest), "--highest"},
                                                     {o.mutedOk, "--muted-ok"},
                                                     {bool(o.count), "--count"}};
+    // The sound plays the first fingering within the limits; how many are
+    // listed is nothing to it.
     for (const auto &[given, name] : limits)
-        if (given && !o.voicings && !o.song)
-            throw BadInput(std::string(name) + " goes with --voicings or --song only");
+        if (given && !o.voicings && !o.song &&
+            (std::string_view(name) == "--count" || (!o.wav && !o.midi)))
+            throw BadInput(std::string(name) + " goes with --voicings or --song only" +
+                           (std::string_view(name) == "--count" ? "" : ", or --wav and --midi"));
+    if (o.voicings && o.windowImage && !o.png && !o.svg && !o.pdf && !o.book && !o.output &&
+        !o.text && !o.wav && !o.midi)
+        throw BadInput("--voicings changes nothing in --window-image, which shows the window's "
+                       "chart; leave it out or add --png, --svg or --pdf for diagrams");
     if (o.capo && (o.identify || o.modes))
         throw BadInput(std::string("--capo does not combine with ") + answer +
                        (o.identify ? ": note names have no frets" : ""));

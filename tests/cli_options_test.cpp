@@ -6,6 +6,7 @@
 #include "chart/controls.h"
 #include "chart/sheet.h"
 #include "cli/names.h"
+#include "cli_select.h"
 #include "export/book.h"
 #include "export/chartdoc.h"
 #include "export/lookup.h"
@@ -49,7 +50,7 @@ std::optional<Color> TextColour(const ChartSheet &sheet, const std::string &text
 
 // The sheet of a selection, spelled.
 ChartSheet Select(Window1 &w, const cli::Options &o, Spelling spelling = Spelling::Sharps) {
-    cli::Apply(w, cli::Resolve(o));
+    Apply(w, cli::Resolve(o));
     return cli::Spell(w.Sheet(), spelling, cli::SpellingRoot(o.root));
 }
 
@@ -168,11 +169,9 @@ TEST(ChartSpelling, RenamesCellsNotesAndColoursTogether) {
 TEST(ChartSpelling, TheBookPaintsEveryChartSpelledAndColoured) {
     // Chromatic, D A D. Each root as typed, with its first letter raised; a
     // menu text by its sharp.
-    OpenWindow w;
-    Select(*w, Chart("Chromatic", "D,A,D", "A", "Maj"));
-    // Each root as typed, with its first letter raised; a menu text by its sharp.
-    const cli::Book book = cli::MakeBook(
-        *w, {1, 9}, {0, 1}, {{true, true}, Spelling::Chord, cli::SpellingRoots("bb, F# / Gb")});
+    const cli::Book book =
+        cli::MakeBook({3, {5, 0, 5}, {}, 0}, {1, 9}, {0, 1},
+                      {{true, true}, Spelling::Chord, cli::SpellingRoots("bb, F# / Gb")});
     // Every note the book's charts hold is painted in its colour.
     std::set<std::string> names;
     ASSERT_EQ(book.parts.size(), 2u);
@@ -367,8 +366,9 @@ TEST(ChartWords, FretListsAndSentencesUseTheLayoutsFretNamesAndTheSpelling) {
         {"Chromatic", "D,A#,D", "Bb", Spelling::Flats, nullptr,
          "Chromatic fretboard, 3 strings tuned D Bb D."},
         {"Chromatic", "D,A,D", "Bb", Spelling::Flats, nullptr,
-         "String 1, tuned D: Bb at positions 8, 20 (frets 4+, 11+); D at positions 0, 12 (frets "
-         "0, 7); F at positions 3, 15 (frets 1+, 8+)."},
+         "String 1, tuned D: Bb at positions 8, 20 (frets 8, 20; diatonic 4+, 11+); D at "
+         "positions 0, 12 (frets 0, 12; diatonic 0, 7); F at positions 3, 15 (frets 3, 15; "
+         "diatonic 1+, 8+)."},
         // Layout 4 leaves the label row empty: the headings name the frets.
         {"4", "D,A,D", "A", Spelling::Sharps, nullptr,
          "String 1, tuned D: A at positions 3, 8, 13, 18 (frets 3, 8, 13, 18); no C#; no E."},

@@ -145,9 +145,10 @@ TEST_P(Consistency, EveryOutputNamesTheFirstFingeringAlike) {
         << where << ": no caption " << Join(frets, " ");
     // A fretted string's dot carries its note; an open one is only marked.
     for (std::size_t s = 0; s < frets.size(); ++s)
-        if (frets[s] != "x" && frets[s] != "0")
+        if (frets[s] != "x" && frets[s] != "0") {
             EXPECT_NE(ReadBytes(svg.toStdString()).find(">" + notes[s] + "<"), std::string::npos)
                 << where << ": no dot named " << notes[s];
+        }
 
     // The sound strums the same notes, string by string; it knows no name system.
     const Outcome sound = RunChart(typed(catalogue::NameSystem::English, true) +

@@ -40,8 +40,6 @@ Song ReadSong(const std::string &path) {
         throw BadInput("--song \"" + path +
                        "\" has no chords; a ChordPro song writes them in "
                        "brackets where they fall: [G]Amazing [C]grace");
-    for (const std::string &warning : song.warnings)
-        std::cerr << "varnock-chart: " << path << ": " << warning << "\n";
     return song;
 }
 
@@ -197,14 +195,22 @@ std::string RunSong(const Options &options, const ChartSheet &sheet,
         board.capo = ParsePosition(song.capo, fretNames, "{capo} in the song");
     board.limits = ResolveLimits(options, fretNames, board.capo);
 
+    // The file's own faults are told once every value has been accepted, so
+    // a refusal stays one line.
+    const auto warn = [&] {
+        for (const std::string &warning : song.warnings)
+            std::cerr << "varnock-chart: " << *options.song << ": " << warning << "\n";
+    };
     if (options.suggest) {
         const std::string table = SuggestAnswer(song, options, board, sheet, key);
+        warn();
         if (!options.output)
             return table;
         output::WriteTextFile(*options.output, table);
         return "";
     }
     const std::vector<output::SongChord> chords = output::PlaceSongChords(song, board);
+    warn();
     if (options.pdf)
         output::WriteSongSheet(*options.pdf, song, chords, board, paper);
     if (options.chordpro)

@@ -79,9 +79,15 @@ Key SongKey(const Song &song, NameSystem names) {
 Key MoveAsAsked(Song &song, const Options &options, NameSystem names) {
     const Key from = SongKey(song, names);
     std::optional<Key> to;
-    if (options.key)
+    if (options.key) {
         to = TypedKey(*options.key, names);
-    else if (options.transpose)
+        // A song moves its tonic; major stays major and minor minor.
+        if (to->minor != from.minor)
+            throw BadInput("--key \"" + *options.key + "\" is " + (to->minor ? "minor" : "major") +
+                           " but the song is in " + WriteKey(from, names) + "; accepted: a " +
+                           (from.minor ? "minor" : "major") + " key, such as " +
+                           WriteKey({to->tonic, from.minor}, names));
+    } else if (options.transpose)
         to = TransposeKey(from, Semitones(*options.transpose));
     else if (song.transpose && *song.transpose % 12 != 0)
         to = TransposeKey(from, *song.transpose);
@@ -191,8 +197,16 @@ std::string RunSong(const Options &options, const ChartSheet &sheet,
     board.leftHanded = options.leftHanded;
     if (options.capo)
         board.capo = ParsePosition(*options.capo, fretNames, "--capo");
-    else if (!song.capo.empty() && song.capo != "0")
-        board.capo = ParsePosition(song.capo, fretNames, "{capo} in the song");
+    else if (!song.capo.empty() && song.capo != "0") {
+        // A capo written for another board is told, not obeyed: the song
+        // still plays, and --capo places one.
+        try {
+            board.capo = ParsePosition(song.capo, fretNames, "{capo} in the song");
+        } catch (const BadInput &e) {
+            song.warnings.push_back(std::string(e.what()) +
+                                    "; played without a capo (--capo sets one)");
+        }
+    }
     board.limits = ResolveLimits(options, fretNames, board.capo);
 
     // The file's own faults are told once every value has been accepted, so

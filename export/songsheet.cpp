@@ -82,18 +82,20 @@ class Sheet {
   public:
     Sheet(const Song &song, const std::vector<SongChord> &chords, const SongBoard &board,
           double width)
-        : song_(song), chords_(chords), board_(board), width_(width) {}
+        : song_(song), sung_(SungLines(song)), chords_(chords), board_(board), width_(width) {}
 
     std::vector<Block> Blocks() {
         Head();
         DiagramRows();
-        for (const SongLine &line : song_.lines)
+        for (const SongLine &line : sung_)
             Line(line);
         return std::move(blocks_);
     }
 
   private:
     const Song &song_;
+    // The lines as sung; the blocks drawn later refer to them.
+    const std::vector<SongLine> sung_;
     const std::vector<SongChord> &chords_;
     const SongBoard &board_;
     double width_;
@@ -207,12 +209,13 @@ class Sheet {
     void Lyrics(const SongLine &line, double indent, bool bar) {
         const QFont words = Font(14), names = Font(13, true);
         const QFontMetricsF wm(words), nm(names);
-        std::vector<std::pair<double, const PlacedChord *>> placed;
+        // Copies: the blocks are drawn after the lines they came from are gone.
+        std::vector<std::pair<double, PlacedChord>> placed;
         double end = 0;
         for (const PlacedChord &chord : line.chords) {
             const double at = wm.horizontalAdvance(Q(line.text.substr(0, chord.at)));
             const double x = placed.empty() ? at : std::max(at, end + nm.horizontalAdvance(' '));
-            placed.emplace_back(x, &chord);
+            placed.emplace_back(x, chord);
             end = x + nm.horizontalAdvance(Q(chord.name));
         }
         std::vector<std::string> known;
@@ -224,14 +227,13 @@ class Sheet {
         blocks_.push_back(
             {height, false, [=, this](QPainter &p, double y) {
                  for (const auto &[x, chord] : placed) {
-                     const bool isKnown =
-                         chord->annotation ||
-                         std::find(known.begin(), known.end(), chord->name) != known.end();
+                     const bool isKnown = chord.annotation || std::find(known.begin(), known.end(),
+                                                                        chord.name) != known.end();
                      QFont font = names;
-                     font.setItalic(!isKnown || chord->annotation);
+                     font.setItalic(!isKnown || chord.annotation);
                      p.setFont(font);
                      p.setPen(isKnown ? QColor(0x1A, 0x3C, 0x8C) : QColor(0x77, 0x77, 0x77));
-                     p.drawText(QPointF(indent + x, y + nm.ascent()), Q(chord->name));
+                     p.drawText(QPointF(indent + x, y + nm.ascent()), Q(chord.name));
                  }
                  p.setFont(words);
                  p.setPen(Qt::black);

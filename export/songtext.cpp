@@ -49,7 +49,7 @@ std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board)
             chords.push_back(std::move(chord));
             continue;
         }
-        chord.shape = PlaceChord(frets, chord.symbol, board.limits);
+        chord.shape = PlaceChord(frets, chord.symbol, board.limits, board.fretNames);
         std::vector<std::string> notes;
         for (const std::string &note :
              SpellChord(cat::Format(*chord.symbol.root), chord.symbol.type))
@@ -116,7 +116,7 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
     out += (song.key.empty() ? "" : "Key " + song.key + "; ") + board.Describe() + "\n\nChords:\n";
     for (const SongChord &chord : chords)
         out += "  " + SongChordLine(chord) + "\n";
-    for (const SongLine &line : song.lines) {
+    for (const SongLine &line : SungLines(song)) {
         const std::string indent = line.section == "chorus" ? "  " : "";
         switch (line.kind) {
         case SongLine::Kind::Blank:

@@ -284,6 +284,29 @@ Song ReadChordPro(std::string_view bytes) {
     return std::move(reader.song);
 }
 
+std::vector<SongLine> SungLines(const Song &song) {
+    std::vector<SongLine> sung, chorus, last;
+    bool inChorus = false;
+    for (const SongLine &line : song.lines) {
+        sung.push_back(line);
+        if (line.kind == SongLine::Kind::SectionStart && line.section == "chorus") {
+            inChorus = true;
+            chorus.clear();
+        } else if (line.kind == SongLine::Kind::SectionEnd && inChorus) {
+            inChorus = false;
+            last = chorus;
+        } else if (inChorus) {
+            chorus.push_back(line);
+        } else if (line.kind == SongLine::Kind::ChorusRecall) {
+            for (SongLine again : last) {
+                again.section = "chorus";
+                sung.push_back(std::move(again));
+            }
+        }
+    }
+    return sung;
+}
+
 std::vector<std::string> ChordNames(const Song &song) {
     std::vector<std::string> names;
     for (const SongLine &line : song.lines)

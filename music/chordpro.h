@@ -59,6 +59,11 @@ struct Song {
 // (a NUL, or other control characters).
 Song ReadChordPro(std::string_view bytes);
 
+// The lines as they are sung: where {chorus} recalls the last chorus, its
+// heading and then that chorus's lines again (as ChordPro processors print
+// it); the recall alone where no chorus came before.
+std::vector<SongLine> SungLines(const Song &song);
+
 // The song's chords in order of first use, each once, as written.
 std::vector<std::string> ChordNames(const Song &song);
 // How many times each of ChordNames is played.

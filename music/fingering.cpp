@@ -262,6 +262,11 @@ FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> 
     return Find(board, tones, limits, {});
 }
 
+FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
+                               const Limits &limits, const std::vector<std::string> &fretNames) {
+    return Find(board, tones, limits, fretNames);
+}
+
 FingeringResult FindFingerings(const Instrument &instrument, const std::vector<ChordTone> &tones,
                                Limits limits) {
     limits.capo = instrument.capo;

@@ -77,6 +77,9 @@ std::vector<int> OmittedTones(const std::vector<ChordTone> &tones, int strings);
 // outside 0..22, count < 1).
 FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
                                const Limits &limits);
+// The same, a reason naming frets by `fretNames` (as --highest takes them).
+FingeringResult FindFingerings(const Board &board, const std::vector<ChordTone> &tones,
+                               const Limits &limits, const std::vector<std::string> &fretNames);
 // The same on an instrument: its capo is the limits', and a reason names
 // frets as the layout names them.
 FingeringResult FindFingerings(const Instrument &instrument, const std::vector<ChordTone> &tones,

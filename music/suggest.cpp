@@ -43,7 +43,8 @@ std::vector<ChordTone> SymbolTones(const ChordSymbol &chord) {
     return Tones(chord.root->Index(), chord.type);
 }
 
-PlacedShape PlaceChord(const Board &board, const ChordSymbol &chord, const Limits &limits) {
+PlacedShape PlaceChord(const Board &board, const ChordSymbol &chord, const Limits &limits,
+                       const std::vector<std::string> &fretNames) {
     PlacedShape placed;
     const std::vector<ChordTone> tones = SymbolTones(chord);
     if (tones.empty())
@@ -54,7 +55,7 @@ PlacedShape PlaceChord(const Board &board, const ChordSymbol &chord, const Limit
     Limits wide = limits;
     // Enough candidates to find one with the bass note below, where asked.
     wide.count = bassIsTone ? std::max(limits.count, 64) : 1;
-    FingeringResult found = FindFingerings(board, tones, wide);
+    FingeringResult found = FindFingerings(board, tones, wide, fretNames);
     if (found.fingerings.empty()) {
         placed.reason = found.reason;
         wide.mutedOk = true;

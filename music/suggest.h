@@ -28,7 +28,9 @@ struct PlacedShape {
 // with a muted string and up to the last position (`relaxed`). With a bass
 // note that is a chord tone, the first fingering sounding it on the lowest
 // played string wins where one exists.
-PlacedShape PlaceChord(const Board &board, const ChordSymbol &chord, const Limits &limits);
+// `fretNames` name the frets in a reason why there is none.
+PlacedShape PlaceChord(const Board &board, const ChordSymbol &chord, const Limits &limits,
+                       const std::vector<std::string> &fretNames = {});
 
 struct SuggestRequest {
     int mode = 0;                          // the fret layout

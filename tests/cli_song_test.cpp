@@ -45,7 +45,9 @@ TEST(SongCommand, PrintsChordsFingeringsAndLyrics) {
           "  D       0 0 2 | D A F# | R 5 3", "  G       3 1 0 | G B D | R 3 5",
           "  A       4 2 1 | A C# E | R 3 5", "[Verse 1]", "D                     G          D",
           "Down by the river the water runs low,", "[Chorus]", "  A                   D",
-          "  the river knows the way to go.", "(Repeat the chorus after each verse)"}},
+          "  the river knows the way to go.", "(Repeat the chorus after each verse)",
+          // {chorus} sings the chorus again.
+          "[Chorus]", "  So sing it slow and sing it low,", "  the river knows the way to go."}},
         {"harbour-in-f.cho",
          {},
          {"  F       not on this board: no string has F", "  Bb      not on this board: no "
@@ -180,6 +182,7 @@ TEST(SongCommand, RefusesWhatIsNoSong) {
     WriteBytes(dir.Path() / "empty.cho", "");
     WriteBytes(dir.Path() / "words.cho", "{title: Words}\nno chords here\n");
     WriteBytes(dir.Path() / "open.cho", "{title: Open}\n[G]one [C two\n");
+    WriteBytes(dir.Path() / "capo.cho", "{title: Capo}\n{capo: 6+}\n[D]one [A]two\n");
     const auto file = [&](const char *name) {
         return QString::fromStdString((dir.Path() / name).string());
     };
@@ -198,6 +201,11 @@ TEST(SongCommand, RefusesWhatIsNoSong) {
          2,
          "--tunings entry \"D,A\" names 2 notes; this instrument has 3 strings"},
         {{"--transpose", "2"}, 2, "--transpose goes with --song only"},
+        {{"--song", SongPath("river-in-d.cho"), "--key", "Bm"},
+         2,
+         "--key \"Bm\" is minor but the song is in D; accepted: a major key, such as B"},
+        // A capo the board lacks is told, and the song played without it.
+        {{"--song", file("capo.cho")}, 0, "{capo} in the song \"6+\" is not accepted"},
         {{"--song", file("open.cho"), "--root", "D"}, 2, "does not combine with --root"},
     };
     for (const auto &c : cases) {

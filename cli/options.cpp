@@ -576,16 +576,17 @@ cell painting as the program's window, without opening a window.
 )";
     for (int s = 0; s <= static_cast<int>(Section::Other); ++s) {
         const auto section = static_cast<Section>(s);
-        out += "\n" + std::string(SectionHeading(section)) + "\n";
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        out.append("\n").append(SectionHeading(section)).append("\n");
         for (const OptionSpec &entry : kOptions) {
             if (entry.section != section)
                 continue;
             std::string left = "  ";
             if (!entry.shortName.empty())
-                left += std::string(entry.shortName) + ", ";
+                left.append(entry.shortName).append(", ");
             left += entry.name;
             if (!entry.valueName.empty())
-                left += " " + std::string(entry.valueName);
+                left.append(" ").append(entry.valueName);
             if (left.size() + 1 > kColumn)
                 out += left + "\n" + std::string(kColumn, ' ');
             else

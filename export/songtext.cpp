@@ -212,7 +212,10 @@ std::string WithChords(const SongLine &line) {
     std::size_t from = 0;
     for (const PlacedChord &chord : line.chords) {
         out += line.text.substr(from, chord.at - from);
-        out += "[" + std::string(chord.annotation ? "*" : "") + chord.name + "]";
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        out += chord.annotation ? "[*" : "[";
+        out += chord.name;
+        out += ']';
         from = chord.at;
     }
     return out + line.text.substr(from);

@@ -55,9 +55,12 @@ void CommitSvg(OutputFile &file) {
             break;
         const std::string family = svg.substr(at, end - at);
         std::string &face = named[family];
-        if (face.empty())
-            face = "'" + QFontInfo(QFont(QString::fromStdString(family))).family().toStdString() +
-                   "', sans-serif";
+        if (face.empty()) {
+            // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+            const std::string shown =
+                QFontInfo(QFont(QString::fromStdString(family))).family().toStdString();
+            face.append(1, '\'').append(shown).append("', sans-serif");
+        }
         svg.replace(at, end - at, face);
         at += face.size() + 1;
     }

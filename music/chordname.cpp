@@ -187,8 +187,11 @@ std::string WriteChordSymbol(const ChordSymbol &chord, NameSystem system) {
     if (!chord.root)
         return chord.written;
     std::string out = cat::Format(*chord.root, system) + chord.quality;
-    if (chord.bass)
-        out += "/" + cat::Format(*chord.bass, system);
+    if (chord.bass) {
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        out += '/';
+        out += cat::Format(*chord.bass, system);
+    }
     return out;
 }
 

@@ -46,21 +46,22 @@ std::string OptionSections() {
     std::string out;
     for (int s = 0; s <= static_cast<int>(Section::Other); ++s) {
         const auto section = static_cast<Section>(s);
-        out += ".SH " + std::string(SectionHeading(section, true)) + "\n";
+        // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
+        out.append(".SH ").append(SectionHeading(section, true)).append("\n");
         for (const OptionSpec &entry : OptionTable()) {
             if (entry.section != section)
                 continue;
             out += ".TP\n";
             if (!entry.shortName.empty())
-                out += "\\fB" + Roff(std::string(entry.shortName)) + "\\fR, ";
-            out += "\\fB" + Roff(std::string(entry.name)) + "\\fR";
+                out.append("\\fB").append(Roff(std::string(entry.shortName))).append("\\fR, ");
+            out.append("\\fB").append(Roff(std::string(entry.name))).append("\\fR");
             if (!entry.valueName.empty())
-                out += " \\fI" + Roff(std::string(entry.valueName)) + "\\fR";
+                out.append(" \\fI").append(Roff(std::string(entry.valueName))).append("\\fR");
             // A word broken over two lines of --help is one word here.
             std::string help = OptionHelp(entry, 0);
             for (auto at = help.find("-\n"); at != std::string::npos; at = help.find("-\n", at))
                 help.erase(at + 1, 1);
-            out += "\n" + Roff(help) + "\n";
+            out.append("\n").append(Roff(help)).append("\n");
         }
     }
     return out;

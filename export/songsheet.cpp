@@ -263,7 +263,9 @@ int WriteSongSheet(const FileName &path, const Song &song, const std::vector<Son
         if (!painter.begin(&pdf))
             Fail(path, QStringLiteral("PDF writer failed"));
         const QRect page = pdf.pageLayout().paintRectPixels(pdf.resolution());
-        const std::vector<Block> blocks = Sheet(song, chords, board, page.width()).Blocks();
+        // The blocks draw with the sheet's width and lines: it lives while they are drawn.
+        Sheet sheet(song, chords, board, page.width());
+        const std::vector<Block> blocks = sheet.Blocks();
         const QFont continued = Font(11, false, true);
         double y = 0;
         for (std::size_t i = 0; i < blocks.size(); ++i) {

@@ -187,10 +187,7 @@ const Choices &ScaleChoices() {
         Choices c{"scale", {}, ExplainScale};
         for (const Scale &scale : Scales()) {
             c.words.push_back({scale.name, static_cast<int>(c.words.size())});
-            // "pentatonic" alone could be either pentatonic: asked, not taken.
-            for (const std::string &alias : scale.aliases)
-                if (alias != "pentatonic")
-                    c.words.back().also.push_back(alias);
+            c.words.back().also = scale.aliases;
         }
         return c;
     });

@@ -299,16 +299,10 @@ void WriteDiagramsPdf(const FileName &path, const Diagrams &d, Paper paper) {
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
-        SetupPdf(pdf, QString::fromStdString(d.title));
         const QSize size = DiagramsSize(d);
-        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
-        pdf.setPageOrientation(size.width() > size.height() ? QPageLayout::Landscape
-                                                            : QPageLayout::Portrait);
-        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
-                           QPageLayout::Point);
         QPainter painter;
-        if (!painter.begin(&pdf))
-            Fail(path, QStringLiteral("PDF writer failed"));
+        BeginPdf(pdf, painter, path, d.title, paper,
+                 size.width() > size.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
         // At their own size, or smaller where a row is wider than the page;
         // as many rows on a page as fit, and as many pages as they need.
         const QRect room = painter.viewport();

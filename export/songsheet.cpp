@@ -254,14 +254,8 @@ int WriteSongSheet(const FileName &path, const Song &song, const std::vector<Son
     int pages = 1;
     {
         QPdfWriter pdf(&file);
-        SetupPdf(pdf, Q(title));
-        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
-        pdf.setPageOrientation(QPageLayout::Portrait);
-        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
-                           QPageLayout::Point);
         QPainter painter;
-        if (!painter.begin(&pdf))
-            Fail(path, QStringLiteral("PDF writer failed"));
+        BeginPdf(pdf, painter, path, title, paper, QPageLayout::Portrait);
         const QRect page = pdf.pageLayout().paintRectPixels(pdf.resolution());
         // The blocks draw with the sheet's width and lines: it lives while they are drawn.
         Sheet sheet(song, chords, board, page.width());

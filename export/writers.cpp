@@ -30,10 +30,17 @@ void Commit(OutputFile &file) {
     Deliver(file.Name(), file.data().toStdString());
 }
 
-void SetupPdf(QPdfWriter &pdf, const QString &title) {
-    pdf.setTitle(title);
+void BeginPdf(QPdfWriter &pdf, QPainter &painter, const FileName &path, const std::string &title,
+              Paper paper, QPageLayout::Orientation orientation) {
+    pdf.setTitle(QString::fromStdString(title));
     pdf.setCreator(QStringLiteral("varnock-chart"));
     pdf.setResolution(kResolution);
+    pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+    pdf.setPageOrientation(orientation);
+    pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
+                       QPageLayout::Point);
+    if (!painter.begin(&pdf))
+        Fail(path, QStringLiteral("PDF writer failed"));
 }
 
 void WriteTextFile(const FileName &path, const std::string &bytes) {
@@ -115,16 +122,10 @@ void WritePdf(const FileName &path, const ChartSheet &sheet, ChartOrientation or
     OpenForWriting(file);
     {
         QPdfWriter pdf(&file);
-        SetupPdf(pdf, QString::fromStdString(ChartTitle(sheet)));
-        pdf.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
+        QPainter painter;
         // Landscape, as the book's pages: the chart is wide, and on a portrait
         // page its cell text would shrink below 8 pt.
-        pdf.setPageOrientation(QPageLayout::Landscape);
-        pdf.setPageMargins(QMarginsF(kPageMargin, kPageMargin, kPageMargin, kPageMargin),
-                           QPageLayout::Point);
-        QPainter painter;
-        if (!painter.begin(&pdf))
-            Fail(path, QStringLiteral("PDF writer failed"));
+        BeginPdf(pdf, painter, path, ChartTitle(sheet), paper, QPageLayout::Landscape);
         const QSize size = ChartPageSize(sheet);
         const double fit = static_cast<double>(painter.viewport().width()) / size.width();
         painter.scale(fit, fit);

@@ -7,6 +7,7 @@
 #include "export/outfile.h"
 #include "music/layouts.h"
 
+#include <QPageLayout>
 #include <QString>
 
 #include <optional>
@@ -43,6 +44,9 @@ void Commit(OutputFile &file);
 // An SVG's commit: its fonts named as CSS expects, the face then its generic family.
 void CommitSvg(OutputFile &file);
 [[noreturn]] void Fail(const FileName &path, const QString &why);
-void SetupPdf(QPdfWriter &pdf, const QString &title);
+// A PDF page of the paper, titled, inside the margins, and the painter
+// begun on it; WriteFailed when it cannot be.
+void BeginPdf(QPdfWriter &pdf, QPainter &painter, const FileName &path, const std::string &title,
+              Paper paper, QPageLayout::Orientation orientation);
 
 } // namespace varnock::output

@@ -1,33 +1,14 @@
 #include "music/scales.h"
 
 #include "music/catalogue.h"
-#include "platform/basic.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdlib>
 
 namespace varnock::music {
 
 namespace {
-
-// Lower case, and each run of blanks, '-' and '_' one blank, none at the ends.
-std::string Normalise(std::string_view name) {
-    std::string out;
-    bool gap = false;
-    for (char c : name) {
-        if (c == ' ' || c == '-' || c == '_' || c == '\t') {
-            gap = !out.empty();
-            continue;
-        }
-        if (gap)
-            out += ' ';
-        gap = false;
-        out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-    return out;
-}
 
 // A scale written as its degrees; the semitones are what the degrees say.
 Scale Degrees(std::string name, std::string modeName, std::vector<std::string> aliases,
@@ -71,7 +52,7 @@ const std::vector<Scale> &Scales() {
              {"R", "2", "3", "5", "6"}},
             {"minor pentatonic",
              "",
-             {"min pent", "minor pent", "min pentatonic", "pentatonic minor", "pentatonic"},
+             {"min pent", "minor pent", "min pentatonic", "pentatonic minor"},
              {"R", "b3", "4", "5", "b7"}},
             {"blues", "", {"blues scale", "minor blues"}, {"R", "b3", "4", "b5", "5", "b7"}},
         };
@@ -81,35 +62,6 @@ const std::vector<Scale> &Scales() {
         return out;
     }();
     return scales;
-}
-
-const Scale *FindScale(std::string_view name) {
-    const std::string key = Normalise(name);
-    for (const Scale &scale : Scales()) {
-        if (scale.name == key ||
-            std::find(scale.aliases.begin(), scale.aliases.end(), key) != scale.aliases.end())
-            return &scale;
-    }
-    return nullptr;
-}
-
-std::string SuggestScale(std::string_view name) {
-    const std::string key = Normalise(name);
-    const std::size_t limit = std::max<std::size_t>(1, key.size() / 3);
-    std::string best;
-    std::size_t bestDistance = limit + 1;
-    for (const Scale &scale : Scales()) {
-        std::vector<std::string> names = scale.aliases;
-        names.insert(names.begin(), scale.name);
-        for (const std::string &candidate : names) {
-            const std::size_t d = EditDistance(key, candidate);
-            if (d < bestDistance) {
-                bestDistance = d;
-                best = candidate;
-            }
-        }
-    }
-    return best;
 }
 
 std::vector<std::string> SpellScale(std::string_view root, const Scale &scale) {

@@ -27,14 +27,6 @@ struct Scale {
 // then harmonic and melodic minor, major and minor pentatonic, blues.
 const std::vector<Scale> &Scales();
 
-// A name as players write it: case, '-', '_' and blanks alike ("Natural
-// Minor", "natural_minor", "min-pent"). nullptr for an unknown name.
-const Scale *FindScale(std::string_view name);
-
-// The scale name or alias nearest to an unknown name (edit distance at most a
-// third of its length, at least 1), or "" when nothing is near.
-std::string SuggestScale(std::string_view name);
-
 // The scale's notes from the root as typed (a letter A-G in either case, then
 // '#', 'b', U+266F or U+266D, all of one kind): one letter per degree, so
 // seven-note scales use each letter once (D dorian: D E F G A B C; F# major:

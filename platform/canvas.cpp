@@ -37,19 +37,21 @@ void PainterCanvas::SetColor(Color color) {
 void PainterCanvas::FillRect(const QRectF &r, Color color) {
     p_.fillRect(r, Rgb(color));
 }
+namespace {
+// A shape filled with a colour and no outline, the painter left as it was.
+template <typename Draw> void Filled(QPainter &p, Color color, Draw draw) {
+    p.save();
+    p.setPen(Qt::NoPen);
+    p.setBrush(Rgb(color));
+    draw();
+    p.restore();
+}
+} // namespace
 void PainterCanvas::FillRoundedRect(const QRectF &r, double radius, Color color) {
-    p_.save();
-    p_.setPen(Qt::NoPen);
-    p_.setBrush(Rgb(color));
-    p_.drawRoundedRect(r, radius, radius);
-    p_.restore();
+    Filled(p_, color, [&] { p_.drawRoundedRect(r, radius, radius); });
 }
 void PainterCanvas::FillCircle(QPointF centre, double radius, Color color) {
-    p_.save();
-    p_.setPen(Qt::NoPen);
-    p_.setBrush(Rgb(color));
-    p_.drawEllipse(centre, radius, radius);
-    p_.restore();
+    Filled(p_, color, [&] { p_.drawEllipse(centre, radius, radius); });
 }
 void PainterCanvas::Line(QPointF from, QPointF to, double width) {
     p_.setPen(QPen(Rgb(color_), width));

@@ -1,8 +1,5 @@
 #include "cli/names.h"
 
-#include "chart/controller.h"
-#include "chart/controls.h"
-#include "export/capo.h"
 #include "music/catalogue.h"
 #include "music/chordname.h"
 #include "music/layouts.h"
@@ -36,22 +33,8 @@ std::string Accepted(const Choices &choices) {
     return "accepted: " + Join(words, ", ");
 }
 
-const cat::NameSystemInfo &Info(NameSystem system) {
-    return cat::kNameSystems[static_cast<std::size_t>(system)];
-}
-
-// "Dm" as a root and a chord type, read as songs write chord names; the
-// options that say so.
-std::optional<std::string> SplitChordName(const std::string &text, NameSystem system) {
-    const ChordSymbol chord = ReadChordSymbol(text, system);
-    if (!chord.Known())
-        return std::nullopt;
-    return "use --root " + cat::Format(*chord.root, system) + " --chord " +
-           ChordChoices().words[static_cast<std::size_t>(chord.type)].word;
-}
-
 std::string ExplainChord(const std::string &typed) {
-    const auto split = SplitChordName(typed, NameSystem::English);
+    const auto split = ChordNameOptions(typed, NameSystem::English);
     return split ? "chord \"" + typed + "\" names a root too; " + *split : "";
 }
 
@@ -65,37 +48,6 @@ std::string ExplainScale(const std::string &typed) {
         return "";
     return "--scale \"" + typed + "\" names no scale: the PNG's pixel scale moved to " +
            "--pixel-scale " + typed;
-}
-
-// The note a player typed in `system`, accents forgiven ("R\u00e9" is "Re"). A
-// name that reads in another system points to it; a chord name where a root
-// is asked for says which options to write.
-cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std::string &noun) {
-    if (const auto note = cat::ParseWritten(typed, system))
-        return *note;
-    if (const auto note = cat::ParseWritten(FoldWord(typed), system))
-        return *note;
-    if (const auto split = SplitChordName(typed, system); split && noun == "root")
-        throw BadInput("root \"" + typed + "\" names a chord; " + *split);
-    std::string hint;
-    for (const cat::NameSystemInfo &other : cat::kNameSystems)
-        if (hint.empty() && other.system != system &&
-            cat::ParseWritten(FoldWord(typed), other.system))
-            hint = "did you mean --names " + std::string(other.name) + "? ";
-    const std::string in =
-        system == NameSystem::English ? "" : " in " + std::string(Info(system).name) + " names";
-    throw BadInput("unknown " + noun + " \"" + typed + "\"" + in + "; " + hint +
-                   "accepted: " + std::string(Info(system).rule));
-}
-
-std::optional<std::string> ListToEnglish(const std::optional<std::string> &list, NameSystem system,
-                                         const std::string &noun) {
-    if (!list || list->empty())
-        return list;
-    std::vector<std::string> names;
-    for (const std::string &name : SplitList(*list))
-        names.push_back(cat::Format(ReadNote(name, system, noun)));
-    return Join(names, ",");
 }
 
 // A string's open note.
@@ -304,41 +256,6 @@ Selection Resolve(const Options &o) {
         s.root = ResolveRoot(*o.root);
     s.chord = o.chord;
     return s;
-}
-
-Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo) {
-    Limits limits;
-    limits.capo = capo;
-    limits.mutedOk = options.mutedOk;
-    if (options.reach)
-        limits.reach = *options.reach;
-    if (options.count)
-        limits.count = *options.count;
-    if (options.highest) {
-        limits.highest = ParsePosition(*options.highest, fretNames, "--highest");
-        if (limits.highest < capo)
-            throw BadInput("--highest \"" + *options.highest + "\" lies below the capo at " +
-                           fretNames.at(static_cast<std::size_t>(capo)) +
-                           "; accepted: " + FretsFrom(fretNames, capo));
-    } else {
-        const auto twelve = std::find(fretNames.begin(), fretNames.end(), "12");
-        limits.highest = twelve == fretNames.end()
-                             ? 12
-                             : static_cast<int>(std::distance(fretNames.begin(), twelve));
-        limits.highest = std::max(limits.highest, std::min(kLastPosition, capo + limits.reach));
-    }
-    return limits;
-}
-
-Options InEnglish(Options o, NameSystem system) {
-    if (system == NameSystem::English)
-        return o;
-    if (o.root)
-        o.root = cat::Format(ReadNote(*o.root, system, "root"));
-    o.tuning = ListToEnglish(o.tuning, system, "tuning note");
-    o.roots = ListToEnglish(o.roots, system, "root");
-    o.identify = ListToEnglish(o.identify, system, "note");
-    return o;
 }
 
 } // namespace varnock::cli

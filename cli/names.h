@@ -7,7 +7,6 @@
 
 #include "cli/options.h"
 #include "export/notenames.h"
-#include "music/fingering.h"
 #include "platform/basic.h"
 
 #include <optional>
@@ -46,17 +45,5 @@ std::vector<int> ResolveChords(const std::optional<std::string> &list);
 // "D, F#,a" as note indices: 2 to 4 names in any spelling, at least two of
 // them different.
 std::vector<int> ResolveNoteList(const std::string &list);
-
-// The limits the options ask for on a layout with these fret names. The
-// default highest position is the fret named "12", or higher when the capo
-// leaves less than a reach above it. BadInput for a highest position below
-// the capo or a value that names no position.
-Limits ResolveLimits(const Options &options, const std::vector<std::string> &fretNames, int capo);
-
-// The options with every note the player typed (--root, --tuning,
-// --identify, --roots) rewritten in English names, as typed otherwise
-// ("Fis" gives "F#", "Sib" gives "Bb"). BadInput naming the value and the
-// system's rule for a name the system does not know.
-Options InEnglish(Options options, NameSystem system);
 
 } // namespace varnock::cli

@@ -243,24 +243,14 @@ std::vector<std::pair<unsigned, std::string>> Chosen(const Options &o) {
                 : o.identifyFrets ? std::pair{kIdentifyFrets, "--identify-frets"}
                                   : std::pair{kModes, "--modes"}};
     std::vector<std::pair<unsigned, std::string>> out;
-    if (o.text || o.tsv || o.describe || o.output ||
-        !(o.png || o.svg || o.pdf || o.book || o.windowImage || o.wav || o.midi))
-        out.push_back(o.voicings   ? std::pair{kVoicingsText, "--voicings"}
-                      : o.tsv      ? std::pair{kTsv, "--tsv"}
-                      : o.describe ? std::pair{kDescribe, "--describe"}
-                                   : std::pair{kText, "the chart as text"});
-    const unsigned drawn = o.voicings ? kDiagrams : kChartImage;
-    const std::pair<bool, std::pair<unsigned, const char *>> files[] = {
-        {bool(o.png), {drawn | kPng, "--png"}},
-        {bool(o.svg), {drawn, "--svg"}},
-        {bool(o.pdf), {drawn | kPdf, "--pdf"}},
-        {bool(o.windowImage), {kWindowImage, "--window-image"}},
-        {bool(o.book), {o.voicings ? kFingeringBook : kBook, "--book"}},
-        {bool(o.wav), {kSound, "--wav"}},
-        {bool(o.midi), {kSound, "--midi"}}};
-    for (const auto &[given, output] : files)
-        if (given)
-            out.emplace_back(output);
+    for (const FileOption &file : FileOptions())
+        if (const unsigned used = o.voicings ? file.fingerings : file.chart; o.*file.file && used)
+            out.emplace_back(used, file.name);
+    if (o.text || o.tsv || o.describe || o.output || out.empty())
+        out.insert(out.begin(), o.voicings   ? std::pair{kVoicingsText, "--voicings"}
+                                : o.tsv      ? std::pair{kTsv, "--tsv"}
+                                : o.describe ? std::pair{kDescribe, "--describe"}
+                                             : std::pair{kText, "the chart as text"});
     return out;
 }
 
@@ -282,33 +272,20 @@ void CheckUsed(const Options &o) {
 // The options given among those that make text or files of the chart.
 std::vector<std::string> ChartOutputs(const Options &o) {
     std::vector<std::string> given;
-    const std::pair<bool, const char *> outputs[] = {{o.text, "--text"},
-                                                     {o.tsv, "--tsv"},
-                                                     {o.describe, "--describe"},
-                                                     {bool(o.output), "--output"},
-                                                     {bool(o.png), "--png"},
-                                                     {bool(o.svg), "--svg"},
-                                                     {bool(o.pdf), "--pdf"},
-                                                     {bool(o.book), "--book"},
-                                                     {bool(o.wav), "--wav"},
-                                                     {bool(o.midi), "--midi"},
-                                                     {bool(o.windowImage), "--window-image"}};
-    for (const auto &[on, name] : outputs)
-        if (on)
+    for (const char *name : {"--text", "--tsv", "--describe"})
+        if (o.Given(name))
             given.push_back(name);
+    for (const FileOption &file : FileOptions())
+        if (o.*file.file && file.name != "--chordpro")
+            given.emplace_back(file.name);
     return given;
 }
 
 // A song is printed with its own chords: options that choose or draw a
 // chart have nothing to act on.
 void CheckSong(const Options &o) {
-    const std::pair<bool, const char *> songOnly[] = {{bool(o.transpose), "--transpose"},
-                                                      {bool(o.key), "--key"},
-                                                      {o.suggest, "--suggest"},
-                                                      {bool(o.tunings), "--tunings"},
-                                                      {bool(o.chordpro), "--chordpro"}};
-    for (const auto &[given, name] : songOnly)
-        if (given && !o.song)
+    for (const char *name : {"--transpose", "--key", "--suggest", "--tunings", "--chordpro"})
+        if (o.Given(name) && !o.song)
             throw BadInput(std::string(name) + " goes with --song only");
     if (!o.song)
         return;
@@ -326,28 +303,13 @@ void CheckSong(const Options &o) {
         throw BadInput(std::string("--suggest prints a table and does not combine with ") +
                        (o.pdf ? "--pdf" : "--chordpro") +
                        "; choose from it, then give --key or --transpose and --capo");
-    const std::pair<bool, const char *> chartOnly[] = {{bool(o.root), "--root"},
-                                                       {bool(o.chord), "--chord"},
-                                                       {bool(o.scale), "--scale"},
-                                                       {bool(o.identify), "--identify"},
-                                                       {bool(o.identifyFrets), "--identify-frets"},
-                                                       {o.modes, "--modes"},
-                                                       {o.voicings, "--voicings"},
-                                                       {o.tsv, "--tsv"},
-                                                       {o.describe, "--describe"},
-                                                       {bool(o.png), "--png"},
-                                                       {bool(o.svg), "--svg"},
-                                                       {bool(o.book), "--book"},
-                                                       {bool(o.wav), "--wav"},
-                                                       {bool(o.midi), "--midi"},
-                                                       {bool(o.windowImage), "--window-image"},
-                                                       {o.Given("--spelling"), "--spelling"},
-                                                       {o.Given("--labels"), "--labels"},
-                                                       {o.Given("--palette"), "--palette"},
-                                                       {o.flip, "--flip"},
-                                                       {bool(o.count), "--count"}};
-    for (const auto &[given, name] : chartOnly)
-        if (given)
+    const char *const chartOnly[] = {
+        "--root",     "--chord",    "--scale",   "--identify", "--identify-frets",
+        "--modes",    "--voicings", "--tsv",     "--describe", "--png",
+        "--svg",      "--book",     "--wav",     "--midi",     "--window-image",
+        "--spelling", "--labels",   "--palette", "--flip",     "--count"};
+    for (const char *name : chartOnly)
+        if (o.Given(name))
             throw BadInput(std::string("--song prints the song with its fingerings (text, --pdf, "
                                        "--chordpro) and does not combine with ") +
                            name);
@@ -384,17 +346,12 @@ void CheckCombinations(const Options &o) {
             "; it prints text (-o for a file) or diagrams (--png, --svg, --pdf, --book)");
     if (o.voicings && o.scale)
         throw BadInput("--voicings fingers a chord and does not combine with --scale");
-    const std::pair<bool, const char *> limits[] = {{bool(o.reach), "--reach"},
-                                                    {bool(o.highest), "--highest"},
-                                                    {o.mutedOk, "--muted-ok"},
-                                                    {bool(o.count), "--count"}};
     // The sound plays the first fingering within the limits; how many are
     // listed is nothing to it.
-    for (const auto &[given, name] : limits)
-        if (given && !o.voicings && !o.song &&
-            (std::string_view(name) == "--count" || (!o.wav && !o.midi)))
+    for (const std::string_view name : {"--reach", "--highest", "--muted-ok", "--count"})
+        if (o.Given(name) && !o.voicings && !o.song && (name == "--count" || (!o.wav && !o.midi)))
             throw BadInput(std::string(name) + " goes with --voicings or --song only" +
-                           (std::string_view(name) == "--count" ? "" : ", or --wav and --midi"));
+                           (name == "--count" ? "" : ", or --wav and --midi"));
     if (o.voicings && o.windowImage && !o.png && !o.svg && !o.pdf && !o.book && !o.output &&
         !o.text && !o.wav && !o.midi)
         throw BadInput("--voicings changes nothing in --window-image, which shows the window's "
@@ -453,6 +410,22 @@ std::string NameSystemLines() {
 }
 
 } // namespace
+
+std::span<const FileOption> FileOptions() {
+    // clang-format off
+    static const FileOption kFiles[] = {
+        {"--output", &O::output},
+        {"--png", &O::png, kChartImage | kPng, kDiagrams | kPng},
+        {"--svg", &O::svg, kChartImage, kDiagrams},
+        {"--pdf", &O::pdf, kChartImage | kPdf, kDiagrams | kPdf},
+        {"--book", &O::book, kBook, kFingeringBook},
+        {"--window-image", &O::windowImage, kWindowImage, kWindowImage},
+        {"--wav", &O::wav, kSound, kSound},
+        {"--midi", &O::midi, kSound, kSound},
+        {"--chordpro", &O::chordpro}};
+    // clang-format on
+    return kFiles;
+}
 
 std::span<const OptionSpec> OptionTable() {
     return kOptions;
@@ -569,11 +542,11 @@ std::string CompletionWords(const std::string &option, const std::string &names)
 
 std::string HelpText() {
     constexpr std::size_t kColumn = 21;
-    std::string out = R"(Usage: varnock-chart [options]
-
-Prints or exports Varnock's chord chart: the same chord model and the same
-cell painting as the program's window, without opening a window.
-)";
+    // The prose lives beside the manual page's; the options come from the table.
+    std::string text =
+#include "cli/help.inc"
+        ;
+    std::string out;
     for (int s = 0; s <= static_cast<int>(Section::Other); ++s) {
         const auto section = static_cast<Section>(s);
         // Piece by piece: GCC 12 warns of an overlapping copy otherwise.
@@ -594,40 +567,7 @@ cell painting as the program's window, without opening a window.
             out += Indented(OptionHelp(entry, kColumn), kColumn);
         }
     }
-    out += R"(
-Every option that takes a value may also be written --name=value; a value
-never starts with "-"; a value is at most 100 characters, a list 1000, a file
-name 4096 bytes. A file is written to a temporary name beside it and renamed
-over it, keeping its permissions; a symbolic link's target is written so; a
-device or pipe is written in place. Nothing is written or printed unless every
-output can be.
-Exit status: 0 done, 1 a file could not be written, 2 bad option or value
-(nothing is written), 3 anything else.
-
-Examples:
-  varnock-chart --root D
-  varnock-chart --frets Chromatic --tuning D,A,D,G --root D --chord 7 --tsv
-  varnock-chart --root "F#" --chord m7 --png fsharp-m7.png --pixel-scale 2
-  varnock-chart --from-settings --root Gb --chord Maj --svg chart.svg
-  varnock-chart --tuning D,A,D --book dad.pdf --chords Maj,m,7
-  varnock-chart --root D --left-handed --flip --png lefty.png
-  varnock-chart --root Bb --spelling chord
-  varnock-chart --root D --describe
-  varnock-chart --scale dorian --root D --png d-dorian.png
-  varnock-chart --modes --frets "Diatonic with 6+"
-  varnock-chart --names german --root Fis --chord m
-  varnock-chart --root D --wav d.wav --midi d.mid --octaves 3,3,4
-  varnock-chart --identify D,F#,A --spelling flats
-  varnock-chart --frets Chromatic --identify-frets 0,2,4
-  varnock-chart --root D --voicings --muted-ok --count 5
-  varnock-chart --frets "Diatonic with 6+" --root G --voicings --png g.png
-  varnock-chart --root E --capo 2 --voicings
-  varnock-chart --frets 1 --capo 1 --identify-frets 6+,0,x
-  varnock-chart --song song.cho --frets "Diatonic with 6+"
-  varnock-chart --song song.cho --suggest --tunings "D,A,A;D,G,D"
-  varnock-chart --song song.cho --key D --capo 2 --pdf song.pdf --chordpro song-dad.cho
-)";
-    return out;
+    return text.replace(text.find("@OPTIONS@"), 9, out);
 }
 
 } // namespace varnock::cli

@@ -6,9 +6,7 @@
 // page all read the table.
 
 #include "cli/errors.h"
-#include "export/notenames.h"
-#include "export/spelling.h"
-#include "music/scales.h"
+#include "export/request.h"
 #include "platform/words.h"
 
 #include <optional>
@@ -22,41 +20,12 @@ namespace varnock::cli {
 // What the user asked for. Words from a fixed list are read at once; notes,
 // which depend on --names, and positions, which depend on the layout, stay
 // as typed.
-struct Options {
+struct Options : output::Asked {
     std::optional<int> frets, strings, chord; // layout mode, 3 or 4, chord type
-    std::optional<std::string> tuning, root;
-    std::optional<std::string> roots, chords; // subsets for the book
+    std::optional<std::string> chords;        // chord types for the book
     bool fromSettings = false;
     bool help = false;
     bool version = false;
-    bool text = false;
-    bool tsv = false;
-    std::optional<std::string> output; // for --text / --tsv / --describe; stdout if absent
-    std::optional<std::string> png, svg, pdf, book;
-    std::optional<std::string> wav, midi, octaves; // the sound of the chord or scale
-    std::optional<std::string> windowImage;        // the PNG exactly as the window shows it
-    Paper paper = Paper::A4;
-    int pixelScale = 1;
-    const Scale *scale = nullptr; // a scale in place of the chord
-    bool modes = false;           // the modes each string plays
-    // How the chart is shown; the window knows none of these.
-    Spelling spelling = Spelling::Musician;
-    Labels labels = Labels::Notes;
-    Palette palette = Palette::Window;
-    NameSystem names = NameSystem::English;
-    bool leftHanded = false;
-    bool flip = false;
-    // Answers in words instead of the chart.
-    std::optional<std::string> identify, identifyFrets;
-    bool describe = false;
-    // Fingerings and the capo; positions stay text until the layout is known.
-    bool voicings = false;
-    std::optional<std::string> highest, capo;
-    std::optional<int> reach, count;
-    bool mutedOk = false;
-    // A ChordPro song on the instrument; the key stays as typed until --names is known.
-    std::optional<std::string> song, transpose, key, tunings, chordpro;
-    bool suggest = false;
     std::vector<std::string_view> given; // the options given, by their long names
 
     bool Given(std::string_view option) const;
@@ -134,6 +103,15 @@ constexpr std::size_t kLongestList = 1000;
 constexpr std::size_t kLongestFileName = 4096;
 
 std::span<const OptionSpec> OptionTable();
+// The options that name a file to write, with where the name is kept and
+// the outputs (Used bits) it asks for with a chart and with --voicings; 0
+// for none but text.
+struct FileOption {
+    std::string_view name;
+    std::optional<std::string> output::Asked::*file;
+    unsigned chart = 0, fingerings = 0;
+};
+std::span<const FileOption> FileOptions();
 // The row for "--name" or "-o"; nullptr for none.
 const OptionSpec *FindOption(std::string_view name);
 

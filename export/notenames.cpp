@@ -1,5 +1,6 @@
 #include "export/notenames.h"
 
+#include "music/chordname.h"
 #include "music/errors.h"
 #include "music/layouts.h"
 #include "platform/basic.h"
@@ -39,7 +40,54 @@ std::string NameWords(const std::string &words, NameSystem system) {
     return out;
 }
 
+std::optional<std::string> ListToEnglish(const std::optional<std::string> &list, NameSystem system,
+                                         const std::string &noun) {
+    if (!list || list->empty())
+        return list;
+    std::vector<std::string> names;
+    for (const std::string &name : SplitList(*list))
+        names.push_back(cat::Format(ReadNote(name, system, noun)));
+    return Join(names, ",");
+}
+
 } // namespace
+
+std::optional<std::string> ChordNameOptions(const std::string &typed, NameSystem system) {
+    const ChordSymbol chord = ReadChordSymbol(typed, system);
+    if (!chord.Known())
+        return std::nullopt;
+    std::string options = "use --root " + cat::Format(*chord.root, system) + " --chord ";
+    return options.append(cat::kChordTypes[static_cast<std::size_t>(chord.type)].name);
+}
+
+cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std::string &noun) {
+    if (const auto note = cat::ParseWritten(typed, system))
+        return *note;
+    if (const auto note = cat::ParseWritten(FoldWord(typed), system))
+        return *note;
+    if (const auto split = ChordNameOptions(typed, system); split && noun == "root")
+        throw BadInput("root \"" + typed + "\" names a chord; " + *split);
+    std::string hint;
+    for (const cat::NameSystemInfo &other : cat::kNameSystems)
+        if (hint.empty() && other.system != system &&
+            cat::ParseWritten(FoldWord(typed), other.system))
+            hint = "did you mean --names " + std::string(other.name) + "? ";
+    const cat::NameSystemInfo &info = cat::kNameSystems[static_cast<std::size_t>(system)];
+    const std::string in =
+        system == NameSystem::English ? "" : " in " + std::string(info.name) + " names";
+    throw BadInput("unknown " + noun + " \"" + typed + "\"" + in + "; " + hint +
+                   "accepted: " + std::string(info.rule));
+}
+
+void ToEnglish(Asked &asked) {
+    if (asked.names == NameSystem::English)
+        return;
+    if (asked.root)
+        asked.root = cat::Format(ReadNote(*asked.root, asked.names, "root"));
+    asked.tuning = ListToEnglish(asked.tuning, asked.names, "tuning note");
+    asked.roots = ListToEnglish(asked.roots, asked.names, "root");
+    asked.identify = ListToEnglish(asked.identify, asked.names, "note");
+}
 
 ChartSheet Named(const ChartSheet &sheet, NameSystem system) {
     if (system == NameSystem::English)

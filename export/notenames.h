@@ -6,6 +6,7 @@
 // written in it on the way out, so no writer needs to know.
 
 #include "export/book.h"
+#include "export/request.h"
 #include "music/catalogue.h"
 #include "music/chartsheet.h"
 
@@ -22,5 +23,19 @@ using catalogue::NameSystem;
 // item) named in the system; the cells keep their colours.
 ChartSheet Named(const ChartSheet &sheet, NameSystem system);
 Book Named(Book book, NameSystem system);
+
+// The note a player typed in `system`, accents forgiven ("R\u00e9" is "Re").
+// BadInput naming the `noun` and the system's rule; a name that reads in
+// another system points to it, and a chord name typed for a root says which
+// options to write.
+catalogue::WrittenNote ReadNote(const std::string &typed, NameSystem system,
+                                const std::string &noun);
+// "Dm" as the options that choose its root and chord type; nullopt for a
+// name that is not a chord's.
+std::optional<std::string> ChordNameOptions(const std::string &typed, NameSystem system);
+// Every note the player typed (the root, the tuning, the book's roots, the
+// notes to identify) rewritten from asked.names to English, otherwise as
+// typed ("Fis" gives "F#", "Sib" gives "Bb").
+void ToEnglish(Asked &asked);
 
 } // namespace varnock::output

@@ -1,6 +1,5 @@
-#include "cli/song.h"
+#include "export/song.h"
 
-#include "cli/names.h"
 #include "export/capo.h"
 #include "export/songsheet.h"
 #include "export/songtext.h"
@@ -15,7 +14,7 @@
 #include <iostream>
 #include <iterator>
 
-namespace varnock::cli {
+namespace varnock::output {
 
 namespace cat = catalogue;
 
@@ -76,19 +75,19 @@ Key SongKey(const Song &song, NameSystem names) {
 
 // Moves the song as asked; the command's options win over its {transpose}.
 // Returns the key it is in now.
-Key MoveAsAsked(Song &song, const Options &options, NameSystem names) {
+Key MoveAsAsked(Song &song, const Asked &asked, NameSystem names) {
     const Key from = SongKey(song, names);
     std::optional<Key> to;
-    if (options.key) {
-        to = TypedKey(*options.key, names);
+    if (asked.key) {
+        to = TypedKey(*asked.key, names);
         // A song moves its tonic; major stays major and minor minor.
         if (to->minor != from.minor)
-            throw BadInput("--key \"" + *options.key + "\" is " + (to->minor ? "minor" : "major") +
+            throw BadInput("--key \"" + *asked.key + "\" is " + (to->minor ? "minor" : "major") +
                            " but the song is in " + WriteKey(from, names) + "; accepted: a " +
                            (from.minor ? "minor" : "major") + " key, such as " +
                            WriteKey({to->tonic, from.minor}, names));
-    } else if (options.transpose)
-        to = TransposeKey(from, Semitones(*options.transpose));
+    } else if (asked.transpose)
+        to = TransposeKey(from, Semitones(*asked.transpose));
     else if (song.transpose && *song.transpose % 12 != 0)
         to = TransposeKey(from, *song.transpose);
     song.transpose.reset();
@@ -98,16 +97,16 @@ Key MoveAsAsked(Song &song, const Options &options, NameSystem names) {
     return *to;
 }
 
-std::vector<std::vector<int>> Tunings(const Options &options, const ChartSheet &sheet,
-                                      NameSystem names, std::vector<std::string> &tuningNames) {
+std::vector<std::vector<int>> Tunings(const Asked &asked, const ChartSheet &sheet, NameSystem names,
+                                      std::vector<std::string> &tuningNames) {
     std::vector<std::vector<int>> tunings = {sheet.openNotes};
     std::vector<std::string> own;
     for (int note : sheet.openNotes)
         own.push_back(cat::Translate(cat::SharpName(note), NameSystem::English, names));
     tuningNames = {Join(own, " ")};
-    if (!options.tunings)
+    if (!asked.tunings)
         return tunings;
-    for (const std::string &entry : Split(*options.tunings, ";")) {
+    for (const std::string &entry : Split(*asked.tunings, ";")) {
         std::vector<int> tuning;
         std::vector<std::string> written;
         for (const std::string &note : SplitList(entry)) {
@@ -132,10 +131,10 @@ std::vector<std::vector<int>> Tunings(const Options &options, const ChartSheet &
     return tunings;
 }
 
-std::string SuggestAnswer(const Song &song, const Options &options, output::SongBoard board,
+std::string SuggestAnswer(const Song &song, const Asked &asked, SongBoard board,
                           const ChartSheet &sheet, const Key &key) {
     std::vector<std::string> tuningNames;
-    const auto tunings = Tunings(options, sheet, board.system, tuningNames);
+    const auto tunings = Tunings(asked, sheet, board.system, tuningNames);
     SuggestRequest request;
     request.mode = board.mode;
     request.tunings = tunings;
@@ -144,7 +143,7 @@ std::string SuggestAnswer(const Song &song, const Options &options, output::Song
     const auto seventh = std::find(board.fretNames.begin(), board.fretNames.end(), "7");
     for (int p = 0; p <= static_cast<int>(seventh - board.fretNames.begin()) && p < kPositions; ++p)
         request.capos.push_back(p);
-    output::SuggestTable table;
+    SuggestTable table;
     table.title = song.title;
     table.tuningNames = tuningNames;
     table.reach = board.limits.reach;
@@ -173,20 +172,21 @@ std::string SuggestAnswer(const Song &song, const Options &options, output::Song
         board.limits.capo = first.capo;
         board.limits.highest = std::max(board.limits.highest,
                                         std::min(kLastPosition, first.capo + board.limits.reach));
-        table.firstChords = output::PlaceSongChords(moved, board);
+        table.firstChords = PlaceSongChords(moved, board);
         table.firstBoard = board.Describe();
     }
-    return output::SuggestText(table);
+    return SuggestText(table);
 }
 
 } // namespace
 
-std::string RunSong(const Options &options, const ChartSheet &sheet,
-                    const std::vector<std::string> &fretNames, NameSystem names, Paper paper) {
-    Song song = ReadSong(*options.song);
-    const Key key = MoveAsAsked(song, options, names);
+std::string RunSong(const Asked &asked, const ChartSheet &sheet,
+                    const std::vector<std::string> &fretNames) {
+    const NameSystem names = asked.names;
+    Song song = ReadSong(*asked.song);
+    const Key key = MoveAsAsked(song, asked, names);
 
-    output::SongBoard board;
+    SongBoard board;
     board.mode = static_cast<int>(sheet.mode);
     board.openNotes = sheet.openNotes;
     for (int note : sheet.openNotes)
@@ -194,9 +194,9 @@ std::string RunSong(const Options &options, const ChartSheet &sheet,
             cat::Translate(cat::SharpName(note), NameSystem::English, names));
     board.fretNames = fretNames;
     board.system = names;
-    board.leftHanded = options.leftHanded;
-    if (options.capo)
-        board.capo = ParsePosition(*options.capo, fretNames, "--capo");
+    board.leftHanded = asked.leftHanded;
+    if (asked.capo)
+        board.capo = ParsePosition(*asked.capo, fretNames, "--capo");
     else if (!song.capo.empty() && song.capo != "0") {
         // A capo written for another board is told, not obeyed: the song
         // still plays, and --capo places one.
@@ -207,34 +207,34 @@ std::string RunSong(const Options &options, const ChartSheet &sheet,
                                     "; played without a capo (--capo sets one)");
         }
     }
-    board.limits = ResolveLimits(options, fretNames, board.capo);
+    board.limits = ResolveLimits(asked, fretNames, board.capo);
 
     // The file's own faults are told once every value has been accepted, so
     // a refusal stays one line.
     const auto warn = [&] {
         for (const std::string &warning : song.warnings)
-            std::cerr << "varnock-chart: " << *options.song << ": " << warning << "\n";
+            std::cerr << "varnock-chart: " << *asked.song << ": " << warning << "\n";
     };
-    if (options.suggest) {
-        const std::string table = SuggestAnswer(song, options, board, sheet, key);
+    if (asked.suggest) {
+        const std::string table = SuggestAnswer(song, asked, board, sheet, key);
         warn();
-        if (!options.output)
+        if (!asked.output)
             return table;
-        output::WriteTextFile(*options.output, table);
+        WriteTextFile(*asked.output, table);
         return "";
     }
-    const std::vector<output::SongChord> chords = output::PlaceSongChords(song, board);
+    const std::vector<SongChord> chords = PlaceSongChords(song, board);
     warn();
-    if (options.pdf)
-        output::WriteSongSheet(*options.pdf, song, chords, board, paper);
-    if (options.chordpro)
-        output::WriteTextFile(*options.chordpro, output::ChordProText(song, chords, board));
-    const std::string text = output::SongText(song, chords, board);
-    if (options.output)
-        output::WriteTextFile(*options.output, text);
-    else if (options.text || !(options.pdf || options.chordpro))
+    if (asked.pdf)
+        WriteSongSheet(*asked.pdf, song, chords, board, asked.paper);
+    if (asked.chordpro)
+        WriteTextFile(*asked.chordpro, ChordProText(song, chords, board));
+    const std::string text = SongText(song, chords, board);
+    if (asked.output)
+        WriteTextFile(*asked.output, text);
+    else if (asked.text || !(asked.pdf || asked.chordpro))
         return text;
     return "";
 }
 
-} // namespace varnock::cli
+} // namespace varnock::output

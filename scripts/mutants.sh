@@ -69,6 +69,11 @@ faults=(
   'music/degrees.cpp@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i])));@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i] + 1)));'
   'music/identify.cpp@@            else if ((mask & wanted) == wanted)@@            else if ((mask & wanted) != 0)'
   'export/chartdoc.cpp@@        std::reverse(rows.begin() + 2, rows.end());@@        std::reverse(rows.begin() + 1, rows.end());'
+  'export/render.cpp@@    if (asked.describe && capo > 0)@@    if (asked.describe && capo > 1)'
+  'export/render.cpp@@    instrument.capo = capo;@@    instrument.capo = 0;'
+  'export/notenames.cpp@@    asked.tuning = ListToEnglish(asked.tuning, asked.names, "tuning note");@@'
+  'export/song.cpp@@    else if (song.transpose && *song.transpose % 12 != 0)@@    else if (false)'
+  'cli/options.cpp@@o.voicings ? file.fingerings : file.chart@@file.chart'
   # The write path and the files' validity.
   'export/outfile.cpp@@    t.inPlace = !S_ISREG(t.status.st_mode);@@    t.inPlace = false;'
   'export/outfile.cpp@@        if (!S_ISLNK(t.status.st_mode))@@        if (true)'

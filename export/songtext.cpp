@@ -129,6 +129,7 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
             out += "\n[" + SectionHeading(line) + "]\n";
             break;
         case SongLine::Kind::SectionEnd:
+        case SongLine::Kind::Directive:
             break;
         case SongLine::Kind::ChorusRecall:
             out += "\n[" + (line.text.empty() ? std::string("Chorus") : line.text) + "]\n";
@@ -236,9 +237,6 @@ std::string ChordProText(const Song &song, const std::vector<SongChord> &chords,
         out += "{key: " + song.key + "}\n";
     if (board.capo > 0)
         out += "{capo: " + board.fretNames.at(static_cast<std::size_t>(board.capo)) + "}\n";
-    for (const Directive &d : song.ignored)
-        if (d.name != "transpose")
-            out += "{" + d.name + (d.value.empty() ? "" : ": " + d.value) + "}\n";
     out += "# Fingerings for " + board.Describe() + ", written by varnock-chart\n";
     for (const SongChord &chord : chords)
         if (chord.shape.fingering)
@@ -274,6 +272,11 @@ std::string ChordProText(const Song &song, const std::vector<SongChord> &chords,
             break;
         case SongLine::Kind::Tab:
             out += line.text + "\n";
+            break;
+        case SongLine::Kind::Directive:
+            // The song is written as moved: its {transpose} is spent.
+            if (!line.text.starts_with("transpose"))
+                out.append("{").append(line.text).append("}\n");
             break;
         case SongLine::Kind::Lyrics:
             out += WithChords(line) + "\n";

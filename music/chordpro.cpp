@@ -125,7 +125,7 @@ class Reader {
                 Add(SongLine::Kind::Lyrics, std::string(raw));
                 return;
             }
-            Directive(line.substr(1, close - 1), number);
+            Directive(line.substr(1, close - 1));
             return;
         }
         Lyrics(raw, number);
@@ -137,6 +137,15 @@ class Reader {
 
     void Add(SongLine::Kind kind, std::string text, std::vector<PlacedChord> chords = {}) {
         song.lines.push_back({kind, std::move(text), std::move(chords), section_});
+    }
+
+    // A directive for other programs (a {tempo}, a {new_page}) means
+    // something where it stands: it goes back there when the song is written.
+    void Keep(const std::string &name, const std::string &value) {
+        std::string text = name;
+        if (!value.empty())
+            text.append(": ").append(value);
+        Add(SongLine::Kind::Directive, std::move(text));
     }
 
     void Warn(int number, std::string_view raw, std::size_t at, std::string_view what) {
@@ -153,7 +162,7 @@ class Reader {
         return Lower(line.substr(0, end));
     }
 
-    void Directive(std::string_view body, int number) {
+    void Directive(std::string_view body) {
         const std::size_t end = body.find_first_of(": \t");
         const std::string name = Lower(Trim(body.substr(0, end)));
         std::string_view value = end == std::string_view::npos ? "" : body.substr(end);
@@ -179,7 +188,7 @@ class Reader {
             if (ec == std::errc() && ptr == text.data() + text.size())
                 song.transpose = semitones;
             else
-                song.ignored.push_back({name, text, number});
+                Keep(name, text);
         } else if (name == "comment" || name == "c" || name == "comment_italic" || name == "ci" ||
                    name == "comment_box" || name == "cb" || name == "highlight") {
             Add(SongLine::Kind::Comment, text);
@@ -188,7 +197,7 @@ class Reader {
         } else if (name == "chorus") {
             Add(SongLine::Kind::ChorusRecall, Label(text));
         } else if (!Section(name, text)) {
-            song.ignored.push_back({name, text, number});
+            Keep(name, text);
         }
     }
 

@@ -31,6 +31,7 @@ struct SongLine {
         SectionEnd,
         ChorusRecall, // {chorus}: the last chorus is sung here; `text` its label
         Tab,          // a line inside {start_of_tab}, verbatim
+        Directive,    // one not understood, kept where it stands: `text` is "name: value"
     };
     Kind kind = Kind::Lyrics;
     std::string text;
@@ -38,17 +39,11 @@ struct SongLine {
     std::string section; // the section the line is in ("chorus", "verse", ...), "" outside one
 };
 
-struct Directive {
-    std::string name, value;
-    int line = 0;
-};
-
 struct Song {
     std::string title, artist, key, capo; // as the file gives them
     std::vector<std::string> subtitles;
     std::optional<int> transpose;
     std::vector<std::string> defines; // {define} values, kept for writing back
-    std::vector<Directive> ignored;   // directives read and not understood
     std::vector<SongLine> lines;
     std::vector<std::string> warnings; // "line 4, column 9: unclosed [ ..."
     bool latin1 = false;               // the file was not UTF-8 and was read as Latin-1

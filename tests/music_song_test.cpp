@@ -106,9 +106,9 @@ TEST(ChordSymbols, MoveAsAMusicianWritesThemInTheNewKey) {
 // its chords at their offsets, then the warnings.
 std::string Summary(const Song &song) {
     std::string out = song.title + "|" + song.artist + "|" + song.key + "|" + song.capo + "|" +
-                      (song.transpose ? std::to_string(*song.transpose) : "") + "|" +
-                      std::to_string(song.ignored.size()) + (song.latin1 ? "|latin1" : "");
-    const char *kinds[] = {"", "blank", "comment", "start", "end", "chorus", "tab"};
+                      (song.transpose ? std::to_string(*song.transpose) : "") +
+                      (song.latin1 ? "|latin1" : "");
+    const char *kinds[] = {"", "blank", "comment", "start", "end", "chorus", "tab", "directive"};
     for (const SongLine &line : song.lines) {
         out += "\n" + (line.section.empty() ? "" : line.section + ": ") +
                kinds[static_cast<int>(line.kind)] +
@@ -129,23 +129,23 @@ TEST(ChordPro, ReadAsItsUsersWriteIt) {
     } cases[] = {
         {"{t: Short}\n{st: sub}\n{artist: Me}\n{key: G}\n{capo: 2}\n{transpose: -2}\n[G]Hello "
          "[C]world",
-         "Short|Me|G|2|-2|0\nHello world [G@0] [C@6]"},
+         "Short|Me|G|2|-2\nHello world [G@0] [C@6]"},
         {"{title:Long}\r\n{comment: play softly}\r\n{c:short}\r\n# not printed\r\n\r\nla [D]la[A7]",
-         "Long|||||0\ncomment play softly\ncomment short\nblank \nla la [D@3] [A7@5]"},
+         "Long||||\ncomment play softly\ncomment short\nblank \nla la [D@3] [A7@5]"},
         {"{soc: Refrain}\nSing [D]on\n{eoc}\n{chorus}\n{start_of_bridge}\nx\n{eob}",
-         "|||||0\nchorus: start Refrain\nchorus: Sing on [D@5]\nchorus: end \nchorus \nbridge: "
+         "||||\nchorus: start Refrain\nchorus: Sing on [D@5]\nchorus: end \nchorus \nbridge: "
          "start \nbridge: x\nbridge: end "},
         {"{sot}\n[D] not a chord |--2--|\n{eot}\n{start_of_verse: label=\"V1\"}\n[*riff]a",
-         "|||||0\ntab: start \ntab: tab [D] not a chord |--2--|\ntab: end \nverse: start "
+         "||||\ntab: start \ntab: tab [D] not a chord |--2--|\ntab: end \nverse: start "
          "V1\nverse: a "
          "[*riff@0]"},
         {"{define: D base-fret 1 frets 0 0 2}\n{tempo: 90}\n{meta: x y}\n{transpose: two}\n[D]a",
-         "|||||3\na [D@0]"},
-        {"caf\xE9 [D]ol\xE9\n", "|||||0|latin1\ncaf\xC3\xA9 ol\xC3\xA9 [D@6]"},
+         "||||\ndirective tempo: 90\ndirective meta: x y\ndirective transpose: two\na [D@0]"},
+        {"caf\xE9 [D]ol\xE9\n", "|||||latin1\ncaf\xC3\xA9 ol\xC3\xA9 [D@6]"},
         {"\xEF\xBB\xBF\xC3\xA9t\xC3\xA9 [Am]sun [C\nnext",
-         "|||||0\n\xC3\xA9t\xC3\xA9 sun [C [Am@6]\nnext\n! line 1, column 13: unclosed [; the rest "
+         "||||\n\xC3\xA9t\xC3\xA9 sun [C [Am@6]\nnext\n! line 1, column 13: unclosed [; the rest "
          "of the line is printed as text"},
-        {"{title: broken\n[G]go", "|||||0\n{title: broken\ngo [G@0]\n! line 1, column 1: unclosed "
+        {"{title: broken\n[G]go", "||||\n{title: broken\ngo [G@0]\n! line 1, column 1: unclosed "
                                   "{; the rest of the line is printed as text"},
     };
     for (const auto &c : cases)

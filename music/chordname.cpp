@@ -133,6 +133,26 @@ WrittenNote Plain(const WrittenNote &note, bool flats) {
     return *cat::ParseWritten(flats ? names.flat : names.sharp);
 }
 
+// The note `above` semitones over the major tonic `tonic`, named as the
+// degree players mean by that distance, whatever the old key's name for it
+// was (a B chord in Eb is its flat sixth): the flat side (b2, b3, b6, b7) but
+// for a diminished chord's leading root (#1, #2, #5, #6), and #4. A degree
+// off the scale is named plainly: F, not E#.
+WrittenNote Degree(const WrittenNote &tonic, int above, bool leading, bool flats) {
+    constexpr std::array<int, 12> flatSide = {0, 1, 1, 2, 2, 3, 3, 4, 5, 5, 6, 6};
+    constexpr std::array<int, 12> sharpSide = {0, 0, 1, 1, 2, 3, 3, 4, 4, 5, 5, 6};
+    constexpr std::array<int, 7> scale = {0, 2, 4, 5, 7, 9, 11};
+    const auto at = static_cast<std::size_t>(above);
+    const int steps = (leading ? sharpSide : flatSide)[at];
+    const WrittenNote note = Move(tonic, steps, above);
+    const bool natural = std::find(cat::kNaturals.begin(), cat::kNaturals.end(), note.Index()) !=
+                         cat::kNaturals.end();
+    if (scale[static_cast<std::size_t>(steps)] == above || !natural || note.accidental == 0)
+        return Plain(note, flats);
+    const cat::NoteNames &names = cat::kNotes[static_cast<std::size_t>(note.Index())];
+    return *cat::ParseWritten(flats ? names.flat : names.sharp);
+}
+
 // The tonic of the major key with the key's signature.
 WrittenNote RelativeMajor(const Key &key) {
     return key.minor ? Move(key.tonic, 2, 3) : key.tonic;
@@ -260,13 +280,22 @@ ChordSymbol TransposeChord(const ChordSymbol &chord, const Key &from, const Key 
     if (!chord.root)
         return chord;
     const WrittenNote a = RelativeMajor(from), b = RelativeMajor(to);
-    const int steps = b.letter - a.letter;
-    const int semitones = b.Index() - a.Index();
     const bool flats = Signature(to) < 0;
+    // A diminished chord leads up a semitone: its root is a raised degree.
+    bool leading = false;
+    if (chord.type >= 0) {
+        const auto &degrees = cat::kChordTypes[static_cast<std::size_t>(chord.type)].degrees;
+        leading = std::find(degrees.begin(), degrees.end(), "b3") != degrees.end() &&
+                  std::find(degrees.begin(), degrees.end(), "b5") != degrees.end();
+    }
     ChordSymbol moved = chord;
-    moved.root = Plain(Move(*chord.root, steps, semitones), flats);
-    if (chord.bass)
-        moved.bass = Plain(Move(*chord.bass, steps, semitones), flats);
+    moved.root = Degree(b, cat::Mod12(chord.root->Index() - a.Index()), leading, flats);
+    if (chord.bass) {
+        // The bass keeps its interval to the root: D/F# moves to G#/B#.
+        const WrittenNote bass = Move(*moved.root, chord.bass->letter - chord.root->letter,
+                                      chord.bass->Index() - chord.root->Index());
+        moved.bass = Plain(bass, flats);
+    }
     moved.written = WriteChordSymbol(moved);
     return moved;
 }

@@ -65,10 +65,13 @@ Key TransposeKey(const Key &key, int semitones);
 // where that chord has a minor third and a perfect fifth. nullopt for none.
 std::optional<Key> GuessKey(const std::vector<ChordSymbol> &chords);
 
-// The chord moved from one key to another: each note goes up the letters
-// the keys' tonics differ by, so it keeps its place in the key (V of Eb is
-// Bb, not A#); a note that would need a double sharp or flat is named with
-// the new key's kind of accidental instead.
+// The chord moved from one key to another: its root is read as the degree
+// of the old key players mean by its distance above the tonic, and written
+// as that degree of the new key (V of Eb is Bb, not A#; a B chord in Eb, its
+// flat sixth, is Bb in D); a diminished chord's root is a raised degree
+// (G#dim in Am is Bdim in Cm). The bass keeps its interval to the root. A
+// note that would need a double sharp or flat is named with the new key's
+// kind of accidental instead.
 ChordSymbol TransposeChord(const ChordSymbol &chord, const Key &from, const Key &to);
 
 } // namespace varnock::music

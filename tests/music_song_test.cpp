@@ -87,6 +87,12 @@ TEST(ChordSymbols, MoveAsAMusicianWritesThemInTheNewKey) {
         {"C", 6, "C D/F# Bb", "F#: F# G#/B# E"},
         {"E", 1, "E B7 C#m", "F: F C7 Dm"},
         {"Bb", -1, "Bb Eb F7 Cb", "A: A D E7 Bb"},
+        // Chords off the key, written by their sound: named as the degree
+        // that distance usually is, never E# or B# off the scale.
+        {"Eb", -1, "B F# C# E A", "D: Bb F C Eb G#"},
+        {"Eb", 1, "B F# C#", "E: C G D"},
+        {"C", 7, "C#dim7 D#dim F#m7b5 Ab", "G: G#dim7 A#dim C#m7b5 Eb"},
+        {"C", 6, "Bdim G/B", "F#: E#dim C#/E#"},
     };
     for (const auto &c : cases) {
         const Key from = *ReadKey(c.key);

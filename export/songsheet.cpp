@@ -186,7 +186,7 @@ class Sheet {
             Text(Font(13, true), SectionHeading(line), Qt::black, 10, indent, true);
             break;
         case SongLine::Kind::SectionEnd:
-        case SongLine::Kind::Directive:
+        case SongLine::Kind::Kept:
             break;
         case SongLine::Kind::ChorusRecall:
             Text(Font(13, true, true), line.text.empty() ? "Chorus" : line.text, Qt::black, 10,

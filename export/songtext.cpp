@@ -129,7 +129,7 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
             out += "\n[" + SectionHeading(line) + "]\n";
             break;
         case SongLine::Kind::SectionEnd:
-        case SongLine::Kind::Directive:
+        case SongLine::Kind::Kept:
             break;
         case SongLine::Kind::ChorusRecall:
             out += "\n[" + (line.text.empty() ? std::string("Chorus") : line.text) + "]\n";
@@ -258,7 +258,8 @@ std::string ChordProText(const Song &song, const std::vector<SongChord> &chords,
             out += "\n";
             break;
         case SongLine::Kind::Comment:
-            out += "{comment: " + line.text + "}\n";
+            out.append("{").append(line.written.empty() ? "comment" : line.written);
+            out.append(": ").append(line.text).append("}\n");
             break;
         case SongLine::Kind::SectionStart:
             out +=
@@ -273,10 +274,8 @@ std::string ChordProText(const Song &song, const std::vector<SongChord> &chords,
         case SongLine::Kind::Tab:
             out += line.text + "\n";
             break;
-        case SongLine::Kind::Directive:
-            // The song is written as moved: its {transpose} is spent.
-            if (!line.text.starts_with("transpose"))
-                out.append("{").append(line.text).append("}\n");
+        case SongLine::Kind::Kept:
+            out.append(line.text).append("\n");
             break;
         case SongLine::Kind::Lyrics:
             out += WithChords(line) + "\n";

@@ -116,8 +116,10 @@ class Reader {
             Add(SongLine::Kind::Blank, "");
             return;
         }
-        if (line.front() == '#')
+        if (line.front() == '#') {
+            Add(SongLine::Kind::Kept, std::string(line));
             return;
+        }
         if (line.front() == '{') {
             const std::size_t close = line.find('}');
             if (close == std::string_view::npos) {
@@ -125,7 +127,7 @@ class Reader {
                 Add(SongLine::Kind::Lyrics, std::string(raw));
                 return;
             }
-            Directive(line.substr(1, close - 1));
+            Directive(line.substr(1, close - 1), line.substr(0, close + 1));
             return;
         }
         Lyrics(raw, number);
@@ -136,16 +138,7 @@ class Reader {
     std::string section_;
 
     void Add(SongLine::Kind kind, std::string text, std::vector<PlacedChord> chords = {}) {
-        song.lines.push_back({kind, std::move(text), std::move(chords), section_});
-    }
-
-    // A directive for other programs (a {tempo}, a {new_page}) means
-    // something where it stands: it goes back there when the song is written.
-    void Keep(const std::string &name, const std::string &value) {
-        std::string text = name;
-        if (!value.empty())
-            text.append(": ").append(value);
-        Add(SongLine::Kind::Directive, std::move(text));
+        song.lines.push_back({kind, std::move(text), std::move(chords), section_, {}});
     }
 
     void Warn(int number, std::string_view raw, std::size_t at, std::string_view what) {
@@ -162,7 +155,7 @@ class Reader {
         return Lower(line.substr(0, end));
     }
 
-    void Directive(std::string_view body) {
+    void Directive(std::string_view body, std::string_view written) {
         const std::size_t end = body.find_first_of(": \t");
         const std::string name = Lower(Trim(body.substr(0, end)));
         std::string_view value = end == std::string_view::npos ? "" : body.substr(end);
@@ -188,16 +181,18 @@ class Reader {
             if (ec == std::errc() && ptr == text.data() + text.size())
                 song.transpose = semitones;
             else
-                Keep(name, text);
+                Add(SongLine::Kind::Kept, std::string(written));
         } else if (name == "comment" || name == "c" || name == "comment_italic" || name == "ci" ||
                    name == "comment_box" || name == "cb" || name == "highlight") {
             Add(SongLine::Kind::Comment, text);
+            song.lines.back().written = name;
         } else if (name == "define") {
             song.defines.push_back(text);
         } else if (name == "chorus") {
             Add(SongLine::Kind::ChorusRecall, Label(text));
         } else if (!Section(name, text)) {
-            Keep(name, text);
+            // Other programs' directives mean something where they stand.
+            Add(SongLine::Kind::Kept, std::string(written));
         }
     }
 

@@ -31,12 +31,13 @@ struct SongLine {
         SectionEnd,
         ChorusRecall, // {chorus}: the last chorus is sung here; `text` its label
         Tab,          // a line inside {start_of_tab}, verbatim
-        Directive,    // one not understood, kept where it stands: `text` is "name: value"
+        Kept,         // for other programs ({new_page}, {tempo: 90}, # a remark): as written
     };
     Kind kind = Kind::Lyrics;
     std::string text;
     std::vector<PlacedChord> chords;
     std::string section; // the section the line is in ("chorus", "verse", ...), "" outside one
+    std::string written; // a Comment's directive as the file names it ("ci", "highlight")
 };
 
 struct Song {

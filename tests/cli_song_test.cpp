@@ -110,7 +110,8 @@ TEST(SongCommand, WritesChordProWithOurFingerings) {
                    "{define: G base-fret 1 frets 3 3 5}",
                    // A directive for other programs stays where it stood.
                    "[G]grinding the barley to [D]flour on the [G]ground.", "{new_page}",
-                   "{start_of_chorus}", "[C]Turn, wheel, [G]turn, for the [D]miller must [G]eat,"},
+                   "# the chorus twice at the end", "{ci: all together}", "{start_of_chorus}",
+                   "[C]Turn, wheel, [G]turn, for the [D]miller must [G]eat,"},
                   "chordpro");
     // Read back, it is the same song with the same chords.
     const Outcome again = RunChart({"--song", out, "--capo", "2"});

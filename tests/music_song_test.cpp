@@ -114,7 +114,7 @@ std::string Summary(const Song &song) {
     std::string out = song.title + "|" + song.artist + "|" + song.key + "|" + song.capo + "|" +
                       (song.transpose ? std::to_string(*song.transpose) : "") +
                       (song.latin1 ? "|latin1" : "");
-    const char *kinds[] = {"", "blank", "comment", "start", "end", "chorus", "tab", "directive"};
+    const char *kinds[] = {"", "blank", "comment", "start", "end", "chorus", "tab", "kept"};
     for (const SongLine &line : song.lines) {
         out += "\n" + (line.section.empty() ? "" : line.section + ": ") +
                kinds[static_cast<int>(line.kind)] +
@@ -137,7 +137,8 @@ TEST(ChordPro, ReadAsItsUsersWriteIt) {
          "[C]world",
          "Short|Me|G|2|-2\nHello world [G@0] [C@6]"},
         {"{title:Long}\r\n{comment: play softly}\r\n{c:short}\r\n# not printed\r\n\r\nla [D]la[A7]",
-         "Long||||\ncomment play softly\ncomment short\nblank \nla la [D@3] [A7@5]"},
+         "Long||||\ncomment play softly\ncomment short\nkept # not printed\nblank \nla la [D@3] "
+         "[A7@5]"},
         {"{soc: Refrain}\nSing [D]on\n{eoc}\n{chorus}\n{start_of_bridge}\nx\n{eob}",
          "||||\nchorus: start Refrain\nchorus: Sing on [D@5]\nchorus: end \nchorus \nbridge: "
          "start \nbridge: x\nbridge: end "},
@@ -146,7 +147,7 @@ TEST(ChordPro, ReadAsItsUsersWriteIt) {
          "V1\nverse: a "
          "[*riff@0]"},
         {"{define: D base-fret 1 frets 0 0 2}\n{tempo: 90}\n{meta: x y}\n{transpose: two}\n[D]a",
-         "||||\ndirective tempo: 90\ndirective meta: x y\ndirective transpose: two\na [D@0]"},
+         "||||\nkept {tempo: 90}\nkept {meta: x y}\nkept {transpose: two}\na [D@0]"},
         {"caf\xE9 [D]ol\xE9\n", "|||||latin1\ncaf\xC3\xA9 ol\xC3\xA9 [D@6]"},
         {"\xEF\xBB\xBF\xC3\xA9t\xC3\xA9 [Am]sun [C\nnext",
          "||||\n\xC3\xA9t\xC3\xA9 sun [C [Am@6]\nnext\n! line 1, column 13: unclosed [; the rest "

@@ -105,7 +105,7 @@ const OptionSpec kOptions[] = {
     {"--paper", "", V::Choice, "a4|letter", S::Output,
      "the page size of --pdf: a4 (default) or letter",
      [](O &o, T, int v) { o.paper = Paper(v); },
-     PaperChoices, kPdf | kBook | kFingeringBook},
+     PaperChoices, kPdf | kBook | kFingeringBook | kSongSheet},
     {"--book", "", V::File, "FILE.pdf", S::Output,
      "a chord book: a contents page, then a titled page per root\nwith the chart and notes of every chord",
      [](O &o, T v, int) { o.book = v; }},
@@ -140,7 +140,7 @@ const OptionSpec kOptions[] = {
     {"--left-handed", "", V::None, "", S::Look,
      "mirrored: the open-string column on the right, positions\nrising to the left, headings and label row with them",
      [](O &o, T, int) { o.leftHanded = true; },
-     nullptr, kText | kChartImage | kBook | kDiagrams | kFingeringBook},
+     nullptr, kText | kChartImage | kBook | kDiagrams | kFingeringBook | kSongSheet},
     {"--flip", "", V::None, "", S::Look,
      "the last string on top; the label row stays the top row.\nThe notes table is a legend: neither option turns it",
      [](O &o, T, int) { o.flip = true; },
@@ -243,6 +243,15 @@ std::vector<std::pair<unsigned, std::string>> Chosen(const Options &o) {
                 : o.identifyFrets ? std::pair{kIdentifyFrets, "--identify-frets"}
                                   : std::pair{kModes, "--modes"}};
     std::vector<std::pair<unsigned, std::string>> out;
+    if (o.song) {
+        if (o.text || o.output || o.suggest || !(o.pdf || o.chordpro))
+            out.emplace_back(kSongText, o.suggest ? "--suggest" : "the song as text");
+        if (o.pdf)
+            out.emplace_back(kSongSheet, "--pdf");
+        if (o.chordpro)
+            out.emplace_back(kSongChordPro, "--chordpro");
+        return out;
+    }
     for (const FileOption &file : FileOptions())
         if (const unsigned used = o.voicings ? file.fingerings : file.chart; o.*file.file && used)
             out.emplace_back(used, file.name);
@@ -465,6 +474,12 @@ Options ParseArguments(const std::vector<std::string> &args) {
         if (value->size() > most)
             throw BadInput("option " + name + " takes at most " + std::to_string(most) +
                            " characters, not " + std::to_string(value->size()));
+        // Spaces around a value are typing comfort, as around a list's entries;
+        // a file name is taken as it is.
+        if (entry->kind != ValueKind::File) {
+            value->erase(0, value->find_first_not_of(' '));
+            value->erase(value->find_last_not_of(' ') + 1);
+        }
         if (entry->kind == ValueKind::File && value->empty())
             throw BadInput("option " + name + " needs a file name, not \"\"");
         // Nothing we take starts with a dash but semitones down, so "--book

@@ -69,6 +69,9 @@ enum Used : unsigned {
     kIdentify = 1u << 12,
     kIdentifyFrets = 1u << 13,
     kModes = 1u << 14,
+    kSongText = 1u << 15, // the song with its fingerings, or --suggest's table
+    kSongSheet = 1u << 16,
+    kSongChordPro = 1u << 17,
 };
 
 enum class ValueKind {

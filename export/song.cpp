@@ -56,11 +56,15 @@ int Semitones(const std::string &text) {
 
 Key TypedKey(const std::string &text, NameSystem names) {
     const auto key = ReadKey(text, names);
-    if (!key)
-        throw BadInput("--key \"" + text + "\" is no key; a note name, then m for minor: " +
-                       std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule) +
-                       " (G, Em, F#m, Bb)");
-    return *key;
+    if (key)
+        return *key;
+    std::string hint;
+    for (const cat::NameSystemInfo &other : cat::kNameSystems)
+        if (hint.empty() && other.system != names && ReadKey(text, other.system))
+            hint.append("did you mean --names ").append(other.name).append("? ");
+    throw BadInput("--key \"" + text + "\" is no key; " + hint + "a note name, then m for minor: " +
+                   std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule) +
+                   " (G, Em, F#m, Bb)");
 }
 
 // The song's key: its {key}, else what its first chord says.

@@ -198,7 +198,9 @@ TEST(SongCommand, RefusesWhatIsNoSong) {
         {{"--song", file("empty.cho")}, 2, "is an empty song"},
         {{"--song", file("words.cho")}, 2, "has no chords"},
         {{"--song", file("open.cho")}, 0, "line 2, column 8: unclosed ["},
-        {{"--song", file("open.cho"), "--key", "H"}, 2, "--key \"H\" is no key"},
+        {{"--song", file("open.cho"), "--key", "H"},
+         2,
+         "--key \"H\" is no key; did you mean --names german?"},
         {{"--song", file("open.cho"), "--transpose", "12"}, 2, "semitones -11..11"},
         {{"--song", file("open.cho"), "--suggest", "--tunings", "D,A"},
          2,
@@ -210,6 +212,14 @@ TEST(SongCommand, RefusesWhatIsNoSong) {
         // A capo the board lacks is told, and the song played without it.
         {{"--song", file("capo.cho")}, 0, "{capo} in the song \"6+\" is not accepted"},
         {{"--song", file("open.cho"), "--root", "D"}, 2, "does not combine with --root"},
+        // The diagrams of the sheet are mirrored; the text has none.
+        {{"--song", file("open.cho"), "--left-handed"},
+         2,
+         "option --left-handed changes nothing in the song as text; leave it out"},
+        {{"--song", file("open.cho"), "--left-handed", "--pdf", file("l.pdf")}, 0, ""},
+        {{"--song", file("open.cho"), "--suggest", "--paper", "letter"},
+         2,
+         "option --paper changes nothing in --suggest"},
     };
     for (const auto &c : cases) {
         const Outcome run = RunChart(c.args);

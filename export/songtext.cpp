@@ -27,6 +27,14 @@ std::string PadTo(std::string text, std::size_t width) {
     return n < width ? text + std::string(width - n, ' ') : text + " ";
 }
 
+// The chord list's first column: the longest name and a blank, 8 at least.
+std::size_t NameColumn(const std::vector<SongChord> &chords) {
+    std::size_t width = 8;
+    for (const SongChord &chord : chords)
+        width = std::max(width, Characters(chord.symbol.written) + 1);
+    return width;
+}
+
 } // namespace
 
 std::string SongBoard::Describe() const {
@@ -74,8 +82,8 @@ std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board)
     return chords;
 }
 
-std::string SongChordLine(const SongChord &chord) {
-    std::string line = PadTo(chord.symbol.written, 8);
+std::string SongChordLine(const SongChord &chord, std::size_t width) {
+    std::string line = PadTo(chord.symbol.written, width);
     if (chord.shape.fingering)
         line += VoicingLine(chord.voicing) + (chord.note.empty() ? "" : " (" + chord.note + ")");
     else
@@ -115,7 +123,7 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
         out += subtitle + "\n";
     out += (song.key.empty() ? "" : "Key " + song.key + "; ") + board.Describe() + "\n\nChords:\n";
     for (const SongChord &chord : chords)
-        out += "  " + SongChordLine(chord) + "\n";
+        out += "  " + SongChordLine(chord, NameColumn(chords)) + "\n";
     for (const SongLine &line : SungLines(song)) {
         const std::string indent = line.section == "chorus" ? "  " : "";
         switch (line.kind) {
@@ -140,7 +148,9 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
         case SongLine::Kind::Lyrics:
             if (!line.chords.empty())
                 out += indent + ChordsAbove(line) + "\n";
-            out += indent + line.text + "\n";
+            // A line of chords alone has no words under them.
+            if (line.chords.empty() || line.text.find_first_not_of(' ') != std::string::npos)
+                out += indent + line.text + "\n";
             break;
         }
     }
@@ -180,7 +190,7 @@ std::string SuggestText(const SuggestTable &table) {
         return out;
     out += "\nFingerings of the first: key " + table.keys.front() + ", " + table.firstBoard + "\n";
     for (const SongChord &chord : table.firstChords)
-        out += "  " + SongChordLine(chord) + "\n";
+        out += "  " + SongChordLine(chord, NameColumn(table.firstChords)) + "\n";
     return out;
 }
 

@@ -46,7 +46,7 @@ struct SongChord {
 std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board);
 
 // "D       0 0 2 | D A F# | R 5 3": a chord's line in the list.
-std::string SongChordLine(const SongChord &chord);
+std::string SongChordLine(const SongChord &chord, std::size_t width = 8);
 
 // A lyric line's chords as a line of their own, each name starting above the
 // character it falls on, pushed right where the one before needs the room;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 
 namespace varnock::music {
@@ -311,12 +312,24 @@ std::vector<SongLine> SungLines(const Song &song) {
     return sung;
 }
 
+namespace {
+
+// "N.C.": no chord is played; it stands over the words as written.
+bool Played(const PlacedChord &chord) {
+    std::string letters;
+    for (const char c : chord.name)
+        if (c != '.')
+            letters += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return !chord.annotation && letters != "nc";
+}
+
+} // namespace
+
 std::vector<std::string> ChordNames(const Song &song) {
     std::vector<std::string> names;
     for (const SongLine &line : song.lines)
         for (const PlacedChord &chord : line.chords)
-            if (!chord.annotation &&
-                std::find(names.begin(), names.end(), chord.name) == names.end())
+            if (Played(chord) && std::find(names.begin(), names.end(), chord.name) == names.end())
                 names.push_back(chord.name);
     return names;
 }
@@ -326,7 +339,7 @@ std::vector<int> ChordUses(const Song &song) {
     std::vector<int> uses(names.size(), 0);
     for (const SongLine &line : song.lines)
         for (const PlacedChord &chord : line.chords)
-            if (!chord.annotation)
+            if (Played(chord))
                 ++uses[static_cast<std::size_t>(std::find(names.begin(), names.end(), chord.name) -
                                                 names.begin())];
     return uses;

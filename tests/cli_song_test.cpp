@@ -179,6 +179,24 @@ TEST(SongCommand, SheetHasEveryLineWithChordsAboveTheirSyllables) {
     }
 }
 
+TEST(SongCommand, ListsThePlayedChordsInOneColumn) {
+    TempDir dir;
+    WriteBytes(dir.Path() / "pause.cho",
+               "{title: Pause}\n[D]one [N.C.]two [Dm(maj7)]three\n[C] [D]\n[G]end\n");
+    const Outcome run =
+        RunChart({"--song", QString::fromStdString((dir.Path() / "pause.cho").string())});
+    ASSERT_EQ(run.status, 0) << run.err;
+    // "N.C." is no chord to finger: it stands over its words only. A line of
+    // chords alone has no blank line of words under it.
+    ExpectInOrder(run.out,
+                  {"  D        0 0 2 | D A F# | R 5 3",
+                   "  Dm(maj7) not on this board: no string has F",
+                   "  C        6 4 3 | C E G | R 3 5", "D   N.C. Dm(maj7)", "one two three", "C D",
+                   "G", "end"},
+                  "pause");
+    EXPECT_EQ(run.out.find("N.C."), run.out.rfind("N.C.")) << run.out;
+}
+
 TEST(SongCommand, RefusesWhatIsNoSong) {
     TempDir dir;
     WriteBytes(dir.Path() / "zip.cho", std::string("PK\x03\x04\0\0\0", 7));

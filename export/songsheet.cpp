@@ -10,6 +10,7 @@
 #include <QPdfWriter>
 
 #include <algorithm>
+#include <cctype>
 #include <functional>
 
 namespace varnock::output {
@@ -37,9 +38,23 @@ QString Q(const std::string &text) {
 // Something drawn across the page at a height, moved to the next page whole.
 struct Block {
     double height = 0;
-    bool keepWithNext = false; // a heading stays with what it heads
+    bool keepWithNext = false; // a heading stays with what it heads, a line with its verse
     std::function<void(QPainter &, double)> paint;
+    bool newPage = false; // the song asks for a new page here ({new_page})
 };
+
+// {new_page}, {np} and their physical kin, which a sheet of ours obeys.
+bool NewPage(const SongLine &line) {
+    if (line.kind != SongLine::Kind::Kept || !line.text.starts_with("{"))
+        return false;
+    std::string name;
+    for (const char c : line.text.substr(1)) {
+        if (c == ':' || c == '}' || c == ' ')
+            break;
+        name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return name == "new_page" || name == "np" || name == "new_physical_page" || name == "npp";
+}
 
 // The song's fingered chords, each a diagram under its name.
 std::vector<Diagrams> SongDiagrams(const std::vector<SongChord> &chords, const SongBoard &board) {
@@ -87,8 +102,8 @@ class Sheet {
     std::vector<Block> Blocks() {
         Head();
         DiagramRows();
-        for (const SongLine &line : sung_)
-            Line(line);
+        for (std::size_t i = 0; i < sung_.size(); ++i)
+            Line(sung_[i], i + 1 < sung_.size() ? &sung_[i + 1] : nullptr);
         return std::move(blocks_);
     }
 
@@ -172,21 +187,26 @@ class Sheet {
         Text(Font(8), "");
     }
 
-    void Line(const SongLine &line) {
+    void Line(const SongLine &line, const SongLine *next) {
         const bool chorus = line.section == "chorus";
         const double indent = chorus ? kChorusIndent : 0;
+        // A verse stays on one page, with the comment that heads it.
+        const bool verse = next && next->kind == SongLine::Kind::Lyrics;
         switch (line.kind) {
         case SongLine::Kind::Blank:
             Text(Font(7), "");
             break;
         case SongLine::Kind::Comment:
-            Text(Font(12, false, true), line.text, QColor(0x55, 0x55, 0x55), 0, indent);
+            Text(Font(12, false, true), line.text, QColor(0x55, 0x55, 0x55), 0, indent, verse);
             break;
         case SongLine::Kind::SectionStart:
             Text(Font(13, true), SectionHeading(line), Qt::black, 10, indent, true);
             break;
         case SongLine::Kind::SectionEnd:
+            break;
         case SongLine::Kind::Kept:
+            if (NewPage(line))
+                blocks_.push_back({0, false, [](QPainter &, double) {}, true});
             break;
         case SongLine::Kind::ChorusRecall:
             Text(Font(13, true, true), line.text.empty() ? "Chorus" : line.text, Qt::black, 10,
@@ -199,7 +219,7 @@ class Sheet {
             break;
         }
         case SongLine::Kind::Lyrics:
-            Lyrics(line, indent, chorus);
+            Lyrics(line, indent, chorus, verse);
             break;
         }
     }
@@ -207,7 +227,7 @@ class Sheet {
     // A lyric line with its chords over it: each name starts above the
     // first letter of its syllable, pushed right where the one before needs
     // the room. Names none of the 32 types match are grey and italic.
-    void Lyrics(const SongLine &line, double indent, bool bar) {
+    void Lyrics(const SongLine &line, double indent, bool bar, bool keep) {
         const QFont words = Font(14), names = Font(13, true);
         const QFontMetricsF wm(words), nm(names);
         // Copies: the blocks are drawn after the lines they came from are gone.
@@ -224,9 +244,11 @@ class Sheet {
             if (!c.tones.empty())
                 known.push_back(c.symbol.written);
         const double chordHeight = placed.empty() ? 0 : nm.height() * 1.1;
-        const double height = chordHeight + wm.height() * 1.25;
+        // Chords alone take no line of words under them.
+        const bool sung = line.text.find_first_not_of(' ') != std::string::npos || placed.empty();
+        const double height = chordHeight + (sung ? wm.height() * 1.25 : nm.height() * 0.3);
         blocks_.push_back(
-            {height, false, [=, this](QPainter &p, double y) {
+            {height, keep, [=, this](QPainter &p, double y) {
                  for (const auto &[x, chord] : placed) {
                      const bool isKnown = chord.annotation || std::find(known.begin(), known.end(),
                                                                         chord.name) != known.end();
@@ -263,11 +285,15 @@ int WriteSongSheet(const FileName &path, const Song &song, const std::vector<Son
         const std::vector<Block> blocks = sheet.Blocks();
         const QFont continued = Font(11, false, true);
         double y = 0;
+        double top = 0; // where the page's first block starts
         for (std::size_t i = 0; i < blocks.size(); ++i) {
             double need = blocks[i].height;
             for (std::size_t k = i; blocks[k].keepWithNext && k + 1 < blocks.size(); ++k)
                 need += blocks[k + 1].height;
-            if (y > 0 && y + need > page.height()) {
+            // What no page holds whole breaks where it must.
+            if (need > page.height() - top)
+                need = blocks[i].height;
+            if (blocks[i].newPage ? y > top : y > 0 && y + need > page.height()) {
                 pdf.newPage();
                 ++pages;
                 painter.setFont(continued);
@@ -275,7 +301,7 @@ int WriteSongSheet(const FileName &path, const Song &song, const std::vector<Son
                 const double h = QFontMetricsF(continued).height() * 1.6;
                 painter.drawText(QRectF(0, 0, page.width(), h), Qt::AlignLeft | Qt::AlignTop,
                                  Q(title + " (continued)"));
-                y = h;
+                y = top = h;
             }
             blocks[i].paint(painter, y);
             y += blocks[i].height;

@@ -197,6 +197,49 @@ TEST(SongCommand, ListsThePlayedChordsInOneColumn) {
     EXPECT_EQ(run.out.find("N.C."), run.out.rfind("N.C.")) << run.out;
 }
 
+// The text of each page of a PDF, as pdftotext reads it (pages split at form feeds).
+std::vector<std::string> Pages(const QString &pdf) {
+    QProcess run;
+    run.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    EXPECT_TRUE(run.waitForFinished(10000)) << "pdftotext (poppler-utils) is needed";
+    std::vector<std::string> pages(1);
+    for (const char c : run.readAllStandardOutput().toStdString())
+        if (c == '\f')
+            pages.emplace_back();
+        else
+            pages.back().push_back(c);
+    pages.pop_back(); // after the last form feed
+    return pages;
+}
+
+TEST(SongCommand, SheetKeepsVersesWholeAndObeysNewPage) {
+    TempDir dir;
+    std::string song = "{title: Long}\n";
+    for (int v = 1; v <= 30; ++v) {
+        const std::string n = std::to_string(v);
+        song += "{comment: Verse " + n + "}\n[D]Line " + n + " a goes [G]on\n[D]Line " + n +
+                " b [A7]ends\n\n" + (v == 2 ? "{new_page}\n" : "");
+    }
+    WriteBytes(dir.Path() / "long.cho", song);
+    const QString pdf = QString::fromStdString((dir.Path() / "long.pdf").string());
+    ASSERT_EQ(RunChart({"--song", QString::fromStdString((dir.Path() / "long.cho").string()),
+                        "--pdf", pdf})
+                  .status,
+              0);
+    const std::vector<std::string> pages = Pages(pdf);
+    ASSERT_GE(pages.size(), 3u);
+    // {new_page} after the second verse.
+    EXPECT_NE(pages[0].find("Line 2 b"), std::string::npos);
+    EXPECT_NE(pages[1].find("Verse 3"), std::string::npos);
+    EXPECT_EQ(pages[1].find("Verse 3"), pages[1].find("Verse")) << pages[1];
+    // Every page ends with a verse's last line: no verse split, no heading alone.
+    for (const std::string &page : pages) {
+        const auto last = page.find_last_not_of(" \n");
+        const auto start = page.rfind('\n', last) + 1;
+        EXPECT_NE(page.substr(start, last + 1 - start).find(" b ends"), std::string::npos) << page;
+    }
+}
+
 TEST(SongCommand, RefusesWhatIsNoSong) {
     TempDir dir;
     WriteBytes(dir.Path() / "zip.cho", std::string("PK\x03\x04\0\0\0", 7));

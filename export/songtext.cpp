@@ -54,6 +54,16 @@ std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board)
         chord.tones = SymbolTones(chord.symbol);
         if (chord.tones.empty()) {
             chord.note = "not a chord type Varnock knows: shown as written";
+            // Written in another name system, it says which.
+            for (const catalogue::NameSystemInfo &other : catalogue::kNameSystems)
+                if (other.system != board.system && ReadChordSymbol(name, other.system).Known()) {
+                    const std::string_view mine =
+                        catalogue::kNameSystems[static_cast<std::size_t>(board.system)].name;
+                    chord.note = "not a chord in " + std::string(mine) + " names; in " +
+                                 std::string(other.name) + " names it is one (--names " +
+                                 std::string(other.name) + ")";
+                    break;
+                }
             chords.push_back(std::move(chord));
             continue;
         }

@@ -68,6 +68,9 @@ TEST(SongCommand, PrintsChordsFingeringsAndLyrics) {
          {"  D/F#    2 0 0 | F# A D | 3 5 R", "  G/B     5 6 0 | B G D | 3 R 5",
           "  Am7b5   not a chord type Varnock knows: shown as written"}},
         {"mill-in-g.cho", {"--capo", "2"}, {"Key G; Diatonic, 3 strings D A D, capo at 2"}},
+        {"river-in-d.cho",
+         {"--names", "latin"},
+         {"  D       not a chord in latin names; in english names it is one (--names english)"}},
     };
     for (const auto &c : cases) {
         const Outcome run = RunChart(QStringList{"--song", SongPath(c.song)} + c.args);

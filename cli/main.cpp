@@ -71,7 +71,7 @@ void Export(const cli::Options &typed, ChartController &chart) {
     output::ToEnglish(options);
     output::Chosen chosen = Choose(chart, cli::Resolve(options));
     if (options.identify)
-        chosen.identify = cli::ResolveNoteList(*options.identify);
+        chosen.identify = output::ReadNoteList(*options.identify);
     if (options.book) {
         chosen.roots = cli::ResolveRoots(options.roots);
         chosen.chords = cli::ResolveChords(options.chords);

@@ -218,21 +218,6 @@ std::vector<int> ResolveChords(const std::optional<std::string> &list) {
     return ResolveList("--chords", cat::kChordTypes.size(), list, ResolveChord);
 }
 
-std::vector<int> ResolveNoteList(const std::string &list) {
-    const std::vector<std::string> names = SplitList(list);
-    if (names.size() < 2 || names.size() > 4)
-        throw BadInput("--identify \"" + list + "\" names " + std::to_string(names.size()) +
-                       (names.size() == 1 ? " note" : " notes") +
-                       "; accepted: 2 to 4 comma-separated notes, such as D,F#,A");
-    std::vector<int> notes;
-    for (const std::string &name : names)
-        notes.push_back(ReadNote(name, NameSystem::English, "note").Index());
-    if (std::count(notes.begin(), notes.end(), notes[0]) == static_cast<long>(notes.size()))
-        throw BadInput("--identify \"" + list +
-                       "\" names one note only; accepted: 2 to 4 different notes");
-    return notes;
-}
-
 Selection Resolve(const Options &o) {
     Selection s;
     s.frets = o.frets;

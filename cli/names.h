@@ -42,8 +42,5 @@ int ResolveChord(const std::string &text);
 // A comma-separated list of roots or chords; "" or absent means all of them.
 std::vector<int> ResolveRoots(const std::optional<std::string> &list);
 std::vector<int> ResolveChords(const std::optional<std::string> &list);
-// "D, F#,a" as note indices: 2 to 4 names in any spelling, at least two of
-// them different.
-std::vector<int> ResolveNoteList(const std::string &list);
 
 } // namespace varnock::cli

@@ -474,12 +474,9 @@ Options ParseArguments(const std::vector<std::string> &args) {
         if (value->size() > most)
             throw BadInput("option " + name + " takes at most " + std::to_string(most) +
                            " characters, not " + std::to_string(value->size()));
-        // Spaces around a value are typing comfort, as around a list's entries;
-        // a file name is taken as it is.
-        if (entry->kind != ValueKind::File) {
-            value->erase(0, value->find_first_not_of(' '));
-            value->erase(value->find_last_not_of(' ') + 1);
-        }
+        // A file name is taken as it is, with any spaces.
+        if (entry->kind != ValueKind::File)
+            value = TrimSpaces(*value);
         if (entry->kind == ValueKind::File && value->empty())
             throw BadInput("option " + name + " needs a file name, not \"\"");
         // Nothing we take starts with a dash but semitones down, so "--book

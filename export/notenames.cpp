@@ -5,6 +5,8 @@
 #include "music/layouts.h"
 #include "platform/basic.h"
 
+#include <algorithm>
+
 namespace varnock::output {
 
 using namespace music;
@@ -77,6 +79,21 @@ cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std
         system == NameSystem::English ? "" : " in " + std::string(info.name) + " names";
     throw BadInput("unknown " + noun + " \"" + typed + "\"" + in + "; " + hint +
                    "accepted: " + std::string(info.rule));
+}
+
+std::vector<int> ReadNoteList(const std::string &list) {
+    const std::vector<std::string> names = SplitList(list);
+    if (names.size() < 2 || names.size() > 4)
+        throw BadInput("--identify \"" + list + "\" names " + std::to_string(names.size()) +
+                       (names.size() == 1 ? " note" : " notes") +
+                       "; accepted: 2 to 4 comma-separated notes, such as D,F#,A");
+    std::vector<int> notes;
+    for (const std::string &name : names)
+        notes.push_back(ReadNote(name, NameSystem::English, "note").Index());
+    if (std::count(notes.begin(), notes.end(), notes[0]) == static_cast<long>(notes.size()))
+        throw BadInput("--identify \"" + list +
+                       "\" names one note only; accepted: 2 to 4 different notes");
+    return notes;
 }
 
 void ToEnglish(Asked &asked) {

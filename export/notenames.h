@@ -33,6 +33,9 @@ catalogue::WrittenNote ReadNote(const std::string &typed, NameSystem system,
 // "Dm" as the options that choose its root and chord type; nullopt for a
 // name that is not a chord's.
 std::optional<std::string> ChordNameOptions(const std::string &typed, NameSystem system);
+// --identify's "D, F#,a" as note indices: 2 to 4 names in any spelling, at
+// least two of them different.
+std::vector<int> ReadNoteList(const std::string &list);
 // Every note the player typed (the root, the tuning, the book's roots, the
 // notes to identify) rewritten from asked.names to English, otherwise as
 // typed ("Fis" gives "F#", "Sib" gives "Bb").

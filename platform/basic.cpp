@@ -187,16 +187,18 @@ std::size_t EditDistance(const std::string &a, const std::string &b) {
     return d[a.size()][b.size()];
 }
 
+std::string TrimSpaces(std::string text) {
+    text.erase(0, text.find_first_not_of(' '));
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
 std::vector<std::string> SplitList(const std::string &text) {
     std::vector<std::string> parts;
     std::string::size_type start = 0;
     for (;;) {
         const auto comma = text.find(',', start);
-        std::string part = text.substr(start, comma - start);
-        // Spaces around list entries are only typing comfort.
-        part.erase(0, part.find_first_not_of(' '));
-        part.erase(part.find_last_not_of(' ') + 1);
-        parts.push_back(part);
+        parts.push_back(TrimSpaces(text.substr(start, comma - start)));
         if (comma == std::string::npos)
             return parts;
         start = comma + 1;

@@ -116,6 +116,8 @@ std::string LCase(std::string text);
 
 // The parts with the separator between them.
 std::string Join(const std::vector<std::string> &parts, const std::string &separator);
+// The text without the spaces around it: those are only typing comfort.
+std::string TrimSpaces(std::string text);
 // "a, b , c" as its entries trimmed of spaces; "" gives one empty entry.
 std::vector<std::string> SplitList(const std::string &text);
 

@@ -330,7 +330,7 @@ TEST(ChartLookup, IdentifiesNotesInAnySpellingAndOrder) {
     };
     for (const Row &c : cases) {
         const auto lines =
-            Lines(cli::IdentifyText(cli::ResolveNoteList(c.notes), c.spelling, SplitList(c.notes)));
+            Lines(cli::IdentifyText(cli::ReadNoteList(c.notes), c.spelling, SplitList(c.notes)));
         ASSERT_FALSE(lines.empty());
         EXPECT_EQ(lines[0], c.first) << c.notes;
         EXPECT_TRUE(!*c.also || std::count(lines.begin(), lines.end(), c.also)) << c.notes;

@@ -74,6 +74,10 @@ faults=(
   'export/notenames.cpp@@    asked.tuning = ListToEnglish(asked.tuning, asked.names, "tuning note");@@'
   'export/song.cpp@@    else if (song.transpose && *song.transpose % 12 != 0)@@    else if (false)'
   'cli/options.cpp@@o.voicings ? file.fingerings : file.chart@@file.chart'
+  'export/render.cpp@@WritePng(*asked.png, page, asked.pixelScale, orientation, asked.palette)@@WritePng(*asked.png, page, 1, orientation, asked.palette)'
+  'export/render.cpp@@WriteSvg(*asked.svg, page, orientation, asked.palette)@@WriteSvg(*asked.svg, page, orientation, Palette::Window)'
+  'export/render.cpp@@ModesText(Spell(board, Spelling::Musician, "", tuning), root, names)@@ModesText(Spell(board, Spelling::Musician, "", {}), root, names)'
+  'export/song.cpp@@    board.leftHanded = asked.leftHanded;@@    board.leftHanded = false;'
   # The write path and the files' validity.
   'export/outfile.cpp@@    t.inPlace = !S_ISREG(t.status.st_mode);@@    t.inPlace = false;'
   'export/outfile.cpp@@        if (!S_ISLNK(t.status.st_mode))@@        if (true)'

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -21,9 +23,12 @@ namespace cat = catalogue;
 namespace {
 
 Song ReadSong(const std::string &path) {
+    std::string bytes;
+    std::error_code folder;
     std::ifstream in(path, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in && !in.eof())
+    if (!std::filesystem::is_directory(path, folder) && in)
+        bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    if (std::filesystem::is_directory(path, folder) || (!in && !in.eof()))
         throw BadInput("--song \"" + path + "\" cannot be read; a ChordPro file (.cho, .pro)");
     Song song;
     try {
@@ -84,6 +89,10 @@ Key MoveAsAsked(Song &song, const Asked &asked, NameSystem names) {
     std::optional<Key> to;
     if (asked.key) {
         to = TypedKey(*asked.key, names);
+        // D# major is written Eb: a key of more than six sharps or flats by
+        // its usual name.
+        if (std::abs(Signature(*to)) > 6)
+            to = TransposeKey(*to, 0);
         // A song moves its tonic; major stays major and minor minor.
         if (to->minor != from.minor)
             throw BadInput("--key \"" + *asked.key + "\" is " + (to->minor ? "minor" : "major") +
@@ -98,6 +107,9 @@ Key MoveAsAsked(Song &song, const Asked &asked, NameSystem names) {
     if (!to)
         return from;
     MoveSong(song, from, *to, names);
+    // Moved to a key asked for, it is in that key whatever the file said.
+    if (asked.key)
+        song.key = WriteKey(*to, names);
     return *to;
 }
 
@@ -161,9 +173,13 @@ std::string SuggestAnswer(const Song &song, const Asked &asked, SongBoard board,
         table.keys.push_back(WriteKey(to, board.system));
         // The chords it cannot play, named in the key it moves to.
         std::vector<std::string> missing;
-        for (std::size_t c : s.unplayable)
-            missing.push_back(
-                WriteChordSymbol(TransposeChord(request.chords[c], key, to), board.system));
+        for (std::size_t c : s.unplayable) {
+            const std::string name =
+                WriteChordSymbol(TransposeChord(request.chords[c], key, to), board.system);
+            // Two names of the song can move to one.
+            if (std::find(missing.begin(), missing.end(), name) == missing.end())
+                missing.push_back(name);
+        }
         table.notPlayable.push_back(Join(missing, " "));
     }
     if (!table.suggestions.empty()) {

@@ -191,7 +191,10 @@ class Sheet {
         const bool chorus = line.section == "chorus";
         const double indent = chorus ? kChorusIndent : 0;
         // A verse stays on one page, with the comment that heads it.
-        const bool verse = next && next->kind == SongLine::Kind::Lyrics;
+        const bool verse =
+            next &&
+            (next->kind == SongLine::Kind::Lyrics ||
+             (line.kind == SongLine::Kind::Comment && next->kind == SongLine::Kind::SectionStart));
         switch (line.kind) {
         case SongLine::Kind::Blank:
             Text(Font(7), "");

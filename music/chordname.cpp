@@ -136,14 +136,16 @@ WrittenNote Plain(const WrittenNote &note, bool flats) {
 // The note `above` semitones over the major tonic `tonic`, named as the
 // degree players mean by that distance, whatever the old key's name for it
 // was (a B chord in Eb is its flat sixth): the flat side (b2, b3, b6, b7) but
-// for a diminished chord's leading root (#1, #2, #5, #6), and #4. A degree
+// for a diminished chord's leading root (#1, #2, #5, #6) unless written on
+// the flat side (`written`, its letters above the tonic), and #4. A degree
 // off the scale is named plainly: F, not E#.
-WrittenNote Degree(const WrittenNote &tonic, int above, bool leading, bool flats) {
+WrittenNote Degree(const WrittenNote &tonic, int above, int written, bool leading, bool flats) {
     constexpr std::array<int, 12> flatSide = {0, 1, 1, 2, 2, 3, 3, 4, 5, 5, 6, 6};
     constexpr std::array<int, 12> sharpSide = {0, 0, 1, 1, 2, 3, 3, 4, 4, 5, 5, 6};
     constexpr std::array<int, 7> scale = {0, 2, 4, 5, 7, 9, 11};
     const auto at = static_cast<std::size_t>(above);
-    const int steps = (leading ? sharpSide : flatSide)[at];
+    // A diminished chord goes where its written name leads: Gb° down, F#° up.
+    const int steps = leading && written != flatSide[at] ? sharpSide[at] : flatSide[at];
     const WrittenNote note = Move(tonic, steps, above);
     const bool natural = std::find(cat::kNaturals.begin(), cat::kNaturals.end(), note.Index()) !=
                          cat::kNaturals.end();
@@ -289,7 +291,8 @@ ChordSymbol TransposeChord(const ChordSymbol &chord, const Key &from, const Key 
                   std::find(degrees.begin(), degrees.end(), "b5") != degrees.end();
     }
     ChordSymbol moved = chord;
-    moved.root = Degree(b, cat::Mod12(chord.root->Index() - a.Index()), leading, flats);
+    moved.root = Degree(b, cat::Mod12(chord.root->Index() - a.Index()),
+                        (chord.root->letter - a.letter + 7) % 7, leading, flats);
     if (chord.bass) {
         // The bass keeps its interval to the root: D/F# moves to G#/B#.
         const WrittenNote bass = Move(*moved.root, chord.bass->letter - chord.root->letter,

@@ -68,6 +68,8 @@ TEST(SongCommand, PrintsChordsFingeringsAndLyrics) {
          {"  D/F#    2 0 0 | F# A D | 3 5 R", "  G/B     5 6 0 | B G D | 3 R 5",
           "  Am7b5   not a chord type Varnock knows: shown as written"}},
         {"mill-in-g.cho", {"--capo", "2"}, {"Key G; Diatonic, 3 strings D A D, capo at 2"}},
+        // A key of more than six sharps by its usual name.
+        {"river-in-d.cho", {"--key", "D#"}, {"Key Eb; Diatonic, 3 strings D A D"}},
         {"river-in-d.cho",
          {"--names", "latin"},
          {"  D       not a chord in latin names; in english names it is one (--names english)"}},
@@ -259,6 +261,7 @@ TEST(SongCommand, RefusesWhatIsNoSong) {
         const char *message;
     } cases[] = {
         {{"--song", file("zip.cho")}, 2, "not a text file"},
+        {{"--song", file(".")}, 2, "cannot be read; a ChordPro file"},
         {{"--song", file("empty.cho")}, 2, "is an empty song"},
         {{"--song", file("words.cho")}, 2, "has no chords"},
         {{"--song", file("open.cho")}, 0, "line 2, column 8: unclosed ["},

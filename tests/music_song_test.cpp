@@ -93,6 +93,7 @@ TEST(ChordSymbols, MoveAsAMusicianWritesThemInTheNewKey) {
         {"Eb", 1, "B F# C#", "E: C G D"},
         {"C", 7, "C#dim7 D#dim F#m7b5 Ab", "G: G#dim7 A#dim C#m7b5 Eb"},
         {"C", 6, "Bdim G/B", "F#: E#dim C#/E#"},
+        {"Eb", 2, "Gbdim F#dim", "F: Abdim G#dim"},
     };
     for (const auto &c : cases) {
         const Key from = *ReadKey(c.key);

@@ -235,13 +235,24 @@ class Sheet {
         const QFontMetricsF wm(words), nm(names);
         // Copies: the blocks are drawn after the lines they came from are gone.
         std::vector<std::pair<double, PlacedChord>> placed;
-        double end = 0;
+        // The words in pieces, each where it starts: where a name needs more
+        // room than the words under it give, the words after it make way.
+        std::vector<std::pair<double, std::string>> pieces;
+        double start = 0, end = 0;
+        std::size_t from = 0;
         for (const PlacedChord &chord : line.chords) {
-            const double at = wm.horizontalAdvance(Q(line.text.substr(0, chord.at)));
+            const std::string before = line.text.substr(from, chord.at - from);
+            const double at = start + wm.horizontalAdvance(Q(before));
             const double x = placed.empty() ? at : std::max(at, end + nm.horizontalAdvance(' '));
+            if (x > at) {
+                pieces.emplace_back(start, before);
+                start = x;
+                from = chord.at;
+            }
             placed.emplace_back(x, chord);
             end = x + nm.horizontalAdvance(Q(chord.name));
         }
+        pieces.emplace_back(start, line.text.substr(from));
         std::vector<std::string> known;
         for (const SongChord &c : chords_)
             if (!c.tones.empty())
@@ -263,7 +274,8 @@ class Sheet {
                  }
                  p.setFont(words);
                  p.setPen(Qt::black);
-                 p.drawText(QPointF(indent, y + chordHeight + wm.ascent()), Q(line.text));
+                 for (const auto &[x, piece] : pieces)
+                     p.drawText(QPointF(indent + x, y + chordHeight + wm.ascent()), Q(piece));
                  if (bar)
                      p.fillRect(QRectF(4, y, 3, height), QColor(0xBB, 0xBB, 0xBB));
              }});

@@ -101,17 +101,26 @@ std::string SongChordLine(const SongChord &chord, std::size_t width) {
     return line;
 }
 
-std::string ChordsAbove(const SongLine &line) {
-    std::string out;
-    std::size_t used = 0; // characters of `out`
+std::pair<std::string, std::string> ChordsOverWords(const SongLine &line) {
+    std::string chords, words;
+    std::size_t used = 0; // characters of `chords`
+    std::size_t from = 0; // bytes of the text in `words`
     for (const PlacedChord &chord : line.chords) {
-        const std::size_t column = Characters(std::string_view(line.text).substr(0, chord.at));
-        // One blank at least between two names.
-        const std::size_t at = std::max(column, used == 0 ? 0 : used + 1);
-        out += std::string(at - used, ' ') + chord.name;
-        used = at + Characters(chord.name);
+        words += line.text.substr(from, chord.at - from);
+        from = chord.at;
+        std::size_t column = Characters(words);
+        // The name before needs the room: the words make way, a word broken
+        // with dashes so it still reads as one.
+        if (used > 0 && column < used + 1) {
+            const bool inWord = !words.empty() && words.back() != ' ' && from < line.text.size() &&
+                                line.text[from] != ' ';
+            words.append(used + 1 - column, inWord ? '-' : ' ');
+            column = used + 1;
+        }
+        chords.append(column - used, ' ').append(chord.name);
+        used = column + Characters(chord.name);
     }
-    return out;
+    return {chords, words + line.text.substr(from)};
 }
 
 std::string SectionHeading(const SongLine &start) {
@@ -155,13 +164,14 @@ std::string SongText(const Song &song, const std::vector<SongChord> &chords,
         case SongLine::Kind::Tab:
             out += line.text + "\n";
             break;
-        case SongLine::Kind::Lyrics:
+        case SongLine::Kind::Lyrics: {
+            const auto [chords, words] = ChordsOverWords(line);
             if (!line.chords.empty())
-                out += indent + ChordsAbove(line) + "\n";
+                out += indent + chords + "\n";
             // A line of chords alone has no words under them.
             if (line.chords.empty() || line.text.find_first_not_of(' ') != std::string::npos)
-                out += indent + line.text + "\n";
-            break;
+                out += indent + words + "\n";
+        } break;
         }
     }
     // Blank lines run together where sections meet.

@@ -48,10 +48,10 @@ std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board)
 // "D       0 0 2 | D A F# | R 5 3": a chord's line in the list.
 std::string SongChordLine(const SongChord &chord, std::size_t width = 8);
 
-// A lyric line's chords as a line of their own, each name starting above the
-// character it falls on, pushed right where the one before needs the room;
-// "" when the line has none.
-std::string ChordsAbove(const SongLine &line);
+// A lyric line as two: its chords, each name starting above the character
+// it falls on ("" when it has none), and its words, which make way where a
+// name needs more room than the words before the next one give it.
+std::pair<std::string, std::string> ChordsOverWords(const SongLine &line);
 
 // The heading of a section: its label, else its name ("Chorus").
 std::string SectionHeading(const SongLine &start);

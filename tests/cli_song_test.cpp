@@ -196,10 +196,30 @@ TEST(SongCommand, ListsThePlayedChordsInOneColumn) {
     ExpectInOrder(run.out,
                   {"  D        0 0 2 | D A F# | R 5 3",
                    "  Dm(maj7) not on this board: no string has F",
-                   "  C        6 4 3 | C E G | R 3 5", "D   N.C. Dm(maj7)", "one two three", "C D",
+                   "  C        6 4 3 | C E G | R 3 5", "D   N.C. Dm(maj7)", "one two  three", "C D",
                    "G", "end"},
                   "pause");
     EXPECT_EQ(run.out.find("N.C."), run.out.rfind("N.C.")) << run.out;
+}
+
+TEST(SongCommand, CrowdedChordNamesPushTheirWordsAlong) {
+    TempDir dir;
+    WriteBytes(dir.Path() / "crowd.cho", "{title: Crowd}\n[Ebmaj7]One [Cm7b5]two [Gb/Bb]three\n");
+    const QString song = QString::fromStdString((dir.Path() / "crowd.cho").string());
+    const QString pdf = QString::fromStdString((dir.Path() / "crowd.pdf").string());
+    const Outcome text = RunChart({"--song", song});
+    ExpectInOrder(text.out, {"Ebmaj7 Cm7b5 Gb/Bb", "One    two   three"}, "text");
+    ASSERT_EQ(RunChart({"--song", song, "--pdf", pdf}).status, 0);
+    const std::vector<Word> words = Words(pdf);
+    for (const auto &[chord, syllable] :
+         {std::pair{"Ebmaj7", "One"}, std::pair{"Cm7b5", "two"}, std::pair{"Gb/Bb", "three"}}) {
+        bool found = false;
+        for (const Word &w : words)
+            for (const Word &c : words)
+                found = found || (w.text == syllable && c.text == chord &&
+                                  std::abs(c.x - w.x) < 0.5 && w.y > c.y && w.y - c.y < 30);
+        EXPECT_TRUE(found) << chord << " over " << syllable;
+    }
 }
 
 // The text of each page of a PDF, as pdftotext reads it (pages split at form feeds).

@@ -60,11 +60,11 @@ faults=(
   'chart/cellpaint.cpp@@    if (column >= 0 && column <= 3)@@    if (column >= 0 && column < 3)'
   'chart/cellpaint.h@@{0x00AA00, 0x0000BB, 0xBB00BB, 0xAA0000}@@{0x00AA00, 0xBB00BB, 0x0000BB, 0xAA0000}'  # varnock-chart.
   'cli/options.cpp@@        if (o.Given(entry->name))@@        if (false)'
-  'cli/options.cpp@@        if (entry->kind != ValueKind::None && value->starts_with("-"))@@        if (entry->kind == ValueKind::File && value->starts_with("--"))'
+  'cli/options.cpp@@        if (entry->kind != ValueKind::None && value->starts_with("-") && !down)@@        if (entry->kind == ValueKind::File && value->starts_with("--") && !down)'
   'cli/names.cpp@@        if (s.strings && *s.strings + 3 != strings)@@        if (s.strings && *s.strings + 3 < strings)'
   'cli/names.cpp@@(match.taken->word == typed || match.taken->value == meant)@@(match.taken->word == typed)'
   'cli/options.cpp@@entry->usedBy && !(entry->usedBy & used))@@entry->usedBy && !(entry->usedBy | used))'
-  'export/spelling.cpp@@        note = respell(note);@@        note = note;'
+  'export/spelling.cpp@@            out.stringNames[s] = Plain(tuning[s]);@@            out.stringNames[s] = catalogue::SharpName(open);'
   'music/describe.cpp@@facts.lastStringFirst ? strings - 1 - k : k;@@k;'
   'music/degrees.cpp@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i])));@@            Above(*root, cat::ParseDegree(type.degrees[i]).number, offsets.semitones[i] + 1)));'
   'music/identify.cpp@@            else if ((mask & wanted) == wanted)@@            else if ((mask & wanted) != 0)'
@@ -79,7 +79,7 @@ faults=(
   'export/render.cpp@@ModesText(Spell(board, Spelling::Musician, "", tuning), root, names)@@ModesText(Spell(board, Spelling::Musician, "", {}), root, names)'
   'export/song.cpp@@    board.leftHanded = asked.leftHanded;@@    board.leftHanded = false;'
   # The write path and the files' validity.
-  'export/outfile.cpp@@    t.inPlace = !S_ISREG(t.status.st_mode);@@    t.inPlace = false;'
+  'export/outfile.cpp@@        t.exists = t.inPlace = true;@@        t.exists = true;'
   'export/outfile.cpp@@        if (!S_ISLNK(t.status.st_mode))@@        if (true)'
   'export/outfile.cpp@@        if (other->id == s->id)@@        if (other->name == s->name)'
   'export/outfile.cpp@@        const bool ok = fchmod(fd, s->target.exists ? old.st_mode & 07777 : NewFileMode()) == 0;@@        const bool ok = fchmod(fd, NewFileMode()) == 0;'

@@ -202,6 +202,16 @@ TEST(SongCommand, ListsThePlayedChordsInOneColumn) {
     EXPECT_EQ(run.out.find("N.C."), run.out.rfind("N.C.")) << run.out;
 }
 
+TEST(SongCommand, FollowsItsOwnTransposeUnlessTold) {
+    TempDir dir;
+    WriteBytes(dir.Path() / "up.cho", "{title: Up}\n{key: C}\n{transpose: 2}\n[C]one [G]two\n");
+    const QString song = QString::fromStdString((dir.Path() / "up.cho").string());
+    ExpectInOrder(RunChart({"--song", song}).out, {"Key D; Diatonic, 3 strings D A D", "D   A"},
+                  "its own");
+    ExpectInOrder(RunChart({"--song", song, "--transpose", "0"}).out,
+                  {"Key C; Diatonic, 3 strings D A D", "C   G"}, "told");
+}
+
 TEST(SongCommand, CrowdedChordNamesPushTheirWordsAlong) {
     TempDir dir;
     WriteBytes(dir.Path() / "crowd.cho", "{title: Crowd}\n[Ebmaj7]One [Cm7b5]two [Gb/Bb]three\n");

@@ -128,6 +128,9 @@ TEST(Capo, FretListsByNameAndFromTheCapo) {
     const auto described = Lines(RunChart({"--root", "D", "--capo", "2", "--describe"}).out);
     EXPECT_EQ(described[1], "Capo at position 2 (fret 2): the open strings sound there, and "
                             "position 0 below is the capo.");
+    EXPECT_EQ(Lines(RunChart({"--root", "D", "--capo", "1", "--describe"}).out)[1],
+              "Capo at position 1 (fret 1): the open strings sound there, and position 0 below "
+              "is the capo.");
     EXPECT_EQ(described[3].rfind("String 1, tuned D: D at positions 7, 14, 21 (frets 7, 14, 21); "
                                  "F# at positions 0, 9, 16 (frets 0, 9, 16)",
                                  0),

@@ -104,6 +104,10 @@ TEST(ChordSymbols, MoveAsAMusicianWritesThemInTheNewKey) {
             moved += " " + WriteChordSymbol(TransposeChord(ReadChordSymbol(name), from, to));
         EXPECT_EQ(moved, c.moved) << c.key << " " << c.semitones;
     }
+    // Among German names, an English "Bb" is no note to move.
+    Song german = ReadChordPro("[D]a [Bb]b [Fis]c");
+    MoveSong(german, *ReadKey("D"), *ReadKey("E"), NameSystem::German);
+    EXPECT_EQ(ChordNames(german), (std::vector<std::string>{"E", "Bb", "Gis"}));
     EXPECT_FALSE(ReadKey("H"));
     EXPECT_FALSE(ReadKey("C7"));
     EXPECT_EQ(ReadKey("Ebmin"), (Key{{4, -1}, true}));

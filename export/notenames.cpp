@@ -70,11 +70,11 @@ cat::WrittenNote ReadNote(const std::string &typed, NameSystem system, const std
     if (const auto split = ChordNameOptions(typed, system); split && noun == "root")
         throw BadInput("root \"" + typed + "\" names a chord; " + *split);
     std::string hint;
-    for (const cat::NameSystemInfo &other : cat::kNameSystems)
-        if (hint.empty() && other.system != system &&
-            cat::ParseWritten(FoldWord(typed), other.system))
-            hint = "did you mean --names " + std::string(other.name) + "? ";
-    const cat::NameSystemInfo &info = cat::kNameSystems[static_cast<std::size_t>(system)];
+    if (const auto *other = cat::OtherSystem(system, [&](NameSystem s) {
+            return cat::ParseWritten(FoldWord(typed), s).has_value();
+        }))
+        hint = "did you mean --names " + std::string(other->name) + "? ";
+    const cat::NameSystemInfo &info = cat::SystemInfo(system);
     const std::string in =
         system == NameSystem::English ? "" : " in " + std::string(info.name) + " names";
     throw BadInput("unknown " + noun + " \"" + typed + "\"" + in + "; " + hint +

@@ -64,12 +64,11 @@ Key TypedKey(const std::string &text, NameSystem names) {
     if (key)
         return *key;
     std::string hint;
-    for (const cat::NameSystemInfo &other : cat::kNameSystems)
-        if (hint.empty() && other.system != names && ReadKey(text, other.system))
-            hint.append("did you mean --names ").append(other.name).append("? ");
+    if (const auto *other =
+            cat::OtherSystem(names, [&](NameSystem s) { return ReadKey(text, s).has_value(); }))
+        hint.append("did you mean --names ").append(other->name).append("? ");
     throw BadInput("--key \"" + text + "\" is no key; " + hint + "a note name, then m for minor: " +
-                   std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule) +
-                   " (G, Em, F#m, Bb)");
+                   std::string(cat::SystemInfo(names).rule) + " (G, Em, F#m, Bb)");
 }
 
 // The song's key: its {key}, else what its first chord says.
@@ -128,9 +127,9 @@ std::vector<std::vector<int>> Tunings(const Asked &asked, const ChartSheet &shee
         for (const std::string &note : SplitList(entry)) {
             const auto pitch = cat::ParseNote(note, names);
             if (!pitch)
-                throw BadInput(
-                    "--tunings entry \"" + entry + "\": \"" + note + "\" is not a note name; " +
-                    std::string(cat::kNameSystems[static_cast<std::size_t>(names)].rule));
+                throw BadInput("--tunings entry \"" + entry + "\": \"" + note +
+                               "\" is not a note name; " +
+                               std::string(cat::SystemInfo(names).rule));
             tuning.push_back(*pitch);
             written.push_back(note);
         }

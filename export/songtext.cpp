@@ -55,15 +55,12 @@ std::vector<SongChord> PlaceSongChords(const Song &song, const SongBoard &board)
         if (chord.tones.empty()) {
             chord.note = "not a chord type Varnock knows: shown as written";
             // Written in another name system, it says which.
-            for (const catalogue::NameSystemInfo &other : catalogue::kNameSystems)
-                if (other.system != board.system && ReadChordSymbol(name, other.system).Known()) {
-                    const std::string_view mine =
-                        catalogue::kNameSystems[static_cast<std::size_t>(board.system)].name;
-                    chord.note = "not a chord in " + std::string(mine) + " names; in " +
-                                 std::string(other.name) + " names it is one (--names " +
-                                 std::string(other.name) + ")";
-                    break;
-                }
+            if (const auto *other = catalogue::OtherSystem(
+                    board.system, [&](NameSystem s) { return ReadChordSymbol(name, s).Known(); }))
+                chord.note = "not a chord in " +
+                             std::string(catalogue::SystemInfo(board.system).name) + " names; in " +
+                             std::string(other->name) + " names it is one (--names " +
+                             std::string(other->name) + ")";
             chords.push_back(std::move(chord));
             continue;
         }

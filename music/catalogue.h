@@ -100,6 +100,18 @@ inline constexpr std::array<NameSystemInfo, 3> kNameSystems = {{
      "Do Re Mi Fa Sol La Si, then sharps (#, \u266F, x for two) or flats (b, \u266D)"},
 }};
 
+constexpr const NameSystemInfo &SystemInfo(NameSystem system) {
+    return kNameSystems[static_cast<std::size_t>(system)];
+}
+// The first system but `system` whose names `reads` takes (a name written
+// in another system than the one chosen); nullptr for none.
+template <typename Reads> const NameSystemInfo *OtherSystem(NameSystem system, Reads reads) {
+    for (const NameSystemInfo &other : kNameSystems)
+        if (other.system != system && reads(other.system))
+            return &other;
+    return nullptr;
+}
+
 // The letter (0..6 for A..G) each Latin syllable stands for, in letter order.
 inline constexpr std::array<std::string_view, 7> kSyllables = {"La", "Si", "Do", "Re",
                                                                "Mi", "Fa", "Sol"};

@@ -349,12 +349,8 @@ void MoveSong(Song &song, const Key &from, const Key &to, NameSystem system) {
     // A name this system does not read but another does ("Bb" among German
     // names) is no note of this system to move: it stays as written.
     const auto foreign = [&](const std::string &name) {
-        if (ReadChordSymbol(name, system).Known())
-            return false;
-        for (const catalogue::NameSystemInfo &other : catalogue::kNameSystems)
-            if (other.system != system && ReadChordSymbol(name, other.system).Known())
-                return true;
-        return false;
+        const auto reads = [&](NameSystem s) { return ReadChordSymbol(name, s).Known(); };
+        return !reads(system) && catalogue::OtherSystem(system, reads);
     };
     for (SongLine &line : song.lines)
         for (PlacedChord &chord : line.chords)
